@@ -1,0 +1,35 @@
+# How every target of this tree is compiled. Nothing here touches global flags, so a project that
+# takes pxdutil in through add_subdirectory keeps its own.
+
+# Private settings of our own targets: the language, and the warnings where a developer asked for
+# them to be errors.
+function(pxdutil_own target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /permissive-)
+  else()
+    target_compile_options(${target} PRIVATE
+      -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
+      -Wnon-virtual-dtor -Wcast-align -Wcast-qual -Wnull-dereference -Wdouble-promotion -Wformat=2
+      -Wundef -Wextra-semi)
+  endif()
+  if(PXDUTIL_DEVELOPER)
+    if(MSVC)
+      target_compile_options(${target} PRIVATE /WX)
+    else()
+      target_compile_options(${target} PRIVATE -Werror)
+    endif()
+  endif()
+endfunction()
+
+# The sources of one room of the library; called from that room's CMakeLists.txt.
+function(pxdutil_room_sources)
+  foreach(source IN LISTS ARGN)
+    target_sources(pxdutil_objects PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
+  endforeach()
+endfunction()

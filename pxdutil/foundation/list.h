@@ -1,0 +1,255 @@
+// The ordered containers of the library's interfaces: CList and CZRListEx (linked), CArray
+// (contiguous), and their forms for texts. Each is backed by a standard container and offers
+// begin/end beside the framework's names.
+//
+//   for (POSITION at = list.GetHeadPosition(); at != nullptr;) {
+//     use(list.GetNext(at));
+//   }
+//
+// A POSITION stays valid until its own element is removed. Indices and positions aren't checked.
+#ifndef PXDUTIL_FOUNDATION_LIST_H
+#define PXDUTIL_FOUNDATION_LIST_H
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <list>
+#include <utility>
+#include <vector>
+
+#include <pxdutil/foundation/object.h>
+#include <pxdutil/foundation/text.h>
+
+// The place of an element in a list; null is no place.
+struct PXDUTIL_POSITION;
+using POSITION = PXDUTIL_POSITION*;
+
+// A doubly linked list. ARG is the type in which elements are passed.
+template <class T, class ARG = const T&>
+class CList : public CObject {
+ private:
+  struct Node {
+    T value;
+    typename std::list<Node>::iterator self;
+  };
+  using Nodes = std::list<Node>;
+
+  // Walks the values; Base is an iterator over the nodes.
+  template <class Base, class Value>
+  class ValueIterator {
+   public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = T;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Value*;
+    using reference = Value&;
+
+    ValueIterator() = default;
+    explicit ValueIterator(Base at) : m_at(at) {}
+    reference operator*() const { return m_at->value; }
+    pointer operator->() const { return &m_at->value; }
+    ValueIterator& operator++() {
+      ++m_at;
+      return *this;
+    }
+    ValueIterator operator++(int) { return ValueIterator(m_at++); }
+    ValueIterator& operator--() {
+      --m_at;
+      return *this;
+    }
+    ValueIterator operator--(int) { return ValueIterator(m_at--); }
+    friend bool operator==(const ValueIterator&, const ValueIterator&) = default;
+
+   private:
+    Base m_at;
+  };
+
+ public:
+  using iterator = ValueIterator<typename Nodes::iterator, T>;
+  using const_iterator = ValueIterator<typename Nodes::const_iterator, const T>;
+
+  // The block size is a hint of the framework's and changes nothing here.
+  explicit CList(std::ptrdiff_t blockSize = 10) { static_cast<void>(blockSize); }
+  CList(const CList& other) : CObject(other) { Append(other); }
+  CList& operator=(const CList& other) {
+    if (this != &other) {
+      m_nodes.clear();
+      Append(other);
+    }
+    return *this;
+  }
+
+  [[nodiscard]] std::ptrdiff_t GetCount() const noexcept {
+    return static_cast<std::ptrdiff_t>(m_nodes.size());
+  }
+  [[nodiscard]] std::ptrdiff_t GetSize() const noexcept { return GetCount(); }
+  [[nodiscard]] bool IsEmpty() const noexcept { return m_nodes.empty(); }
+
+  [[nodiscard]] T& GetHead() { return m_nodes.front().value; }
+  [[nodiscard]] const T& GetHead() const { return m_nodes.front().value; }
+  [[nodiscard]] T& GetTail() { return m_nodes.back().value; }
+  [[nodiscard]] const T& GetTail() const { return m_nodes.back().value; }
+
+  POSITION AddHead(ARG value) { return Insert(m_nodes.begin(), value); }
+  POSITION AddTail(ARG value) { return Insert(m_nodes.end(), value); }
+  T RemoveHead() { return Take(m_nodes.begin()); }
+  T RemoveTail() { return Take(std::prev(m_nodes.end())); }
+  void RemoveAll() noexcept { m_nodes.clear(); }
+
+  [[nodiscard]] POSITION GetHeadPosition() const {
+    return m_nodes.empty() ? nullptr : PlaceOf(m_nodes.front());
+  }
+  [[nodiscard]] POSITION GetTailPosition() const {
+    return m_nodes.empty() ? nullptr : PlaceOf(m_nodes.back());
+  }
+  // The element at `at`, which then moves to the next (previous) one, null behind the last (first).
+  T& GetNext(POSITION& at) { return StepOn(at).value; }
+  const T& GetNext(POSITION& at) const { return StepOn(at).value; }
+  T& GetPrev(POSITION& at) { return StepBack(at).value; }
+  const T& GetPrev(POSITION& at) const { return StepBack(at).value; }
+
+  [[nodiscard]] T& GetAt(POSITION at) { return NodeAt(at).value; }
+  [[nodiscard]] const T& GetAt(POSITION at) const { return NodeAt(at).value; }
+  void SetAt(POSITION at, ARG value) { NodeAt(at).value = value; }
+  void RemoveAt(POSITION at) { m_nodes.erase(NodeAt(at).self); }
+  // A null place inserts at the head (before) or the tail (after).
+  POSITION InsertBefore(POSITION at, ARG value) {
+    return Insert(at != nullptr ? NodeAt(at).self : m_nodes.begin(), value);
+  }
+  POSITION InsertAfter(POSITION at, ARG value) {
+    return Insert(at != nullptr ? std::next(NodeAt(at).self) : m_nodes.end(), value);
+  }
+
+  // The first element equal to `value`, behind `after` where it is given; null where there is none.
+  [[nodiscard]] POSITION Find(ARG value, POSITION after = nullptr) const {
+    auto at = after != nullptr ? std::next(typename Nodes::const_iterator(NodeAt(after).self))
+                               : m_nodes.begin();
+    at = std::find_if(at, m_nodes.end(), [&](const Node& node) { return node.value == value; });
+    return at != m_nodes.end() ? PlaceOf(*at) : nullptr;
+  }
+  // The place of element `index`, null where the index is out of range.
+  [[nodiscard]] POSITION FindIndex(std::ptrdiff_t index) const {
+    return index >= 0 && index < GetCount() ? PlaceOf(*std::next(m_nodes.begin(), index)) : nullptr;
+  }
+
+  [[nodiscard]] iterator begin() { return iterator(m_nodes.begin()); }
+  [[nodiscard]] iterator end() { return iterator(m_nodes.end()); }
+  [[nodiscard]] const_iterator begin() const { return const_iterator(m_nodes.begin()); }
+  [[nodiscard]] const_iterator end() const { return const_iterator(m_nodes.end()); }
+
+ private:
+  static POSITION PlaceOf(const Node& node) {
+    return reinterpret_cast<POSITION>(const_cast<Node*>(&node));
+  }
+  static Node& NodeAt(POSITION at) { return *reinterpret_cast<Node*>(at); }
+
+  POSITION Insert(typename Nodes::iterator before, ARG value) {
+    const auto at = m_nodes.insert(before, Node{value, {}});
+    at->self = at;
+    return PlaceOf(*at);
+  }
+  T Take(typename Nodes::iterator at) {
+    T value = std::move(at->value);
+    m_nodes.erase(at);
+    return value;
+  }
+  Node& StepOn(POSITION& at) const {
+    Node& node = NodeAt(at);
+    const auto next = std::next(typename Nodes::const_iterator(node.self));
+    at = next != m_nodes.end() ? PlaceOf(*next) : nullptr;
+    return node;
+  }
+  Node& StepBack(POSITION& at) const {
+    Node& node = NodeAt(at);
+    at = typename Nodes::const_iterator(node.self) != m_nodes.begin()
+             ? PlaceOf(*std::prev(node.self))
+             : nullptr;
+    return node;
+  }
+  void Append(const CList& other) {
+    for (const T& value : other) {
+      Insert(m_nodes.end(), value);
+    }
+  }
+
+  Nodes m_nodes;
+};
+
+// A list that compares: equal when the elements are equal, in order.
+template <class T>
+class CZRListEx : public CList<T, const T&> {
+ public:
+  explicit CZRListEx(std::ptrdiff_t blockSize = 10) : CList<T, const T&>(blockSize) {}
+
+  friend bool operator==(const CZRListEx& a, const CZRListEx& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const T& x, const T& y) { return static_cast<bool>(x == y); });
+  }
+};
+
+class PXDUTIL_API CStringList : public CList<CString, const CString&> {
+ public:
+  explicit CStringList(std::ptrdiff_t blockSize = 10) : CList<CString, const CString&>(blockSize) {}
+};
+
+// A growing array. ARG is the type in which elements are passed.
+template <class T, class ARG = const T&>
+class CArray : public CObject {
+ public:
+  [[nodiscard]] std::ptrdiff_t GetSize() const noexcept {
+    return static_cast<std::ptrdiff_t>(m_items.size());
+  }
+  [[nodiscard]] std::ptrdiff_t GetCount() const noexcept { return GetSize(); }
+  [[nodiscard]] std::ptrdiff_t GetUpperBound() const noexcept { return GetSize() - 1; }
+  [[nodiscard]] bool IsEmpty() const noexcept { return m_items.empty(); }
+  // Cuts the array or fills it up with default elements; the second argument changes nothing here.
+  void SetSize(std::ptrdiff_t size, std::ptrdiff_t growBy = -1) {
+    static_cast<void>(growBy);
+    m_items.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+  }
+  void RemoveAll() noexcept { m_items.clear(); }
+
+  [[nodiscard]] T& GetAt(std::ptrdiff_t index) { return m_items[Place(index)]; }
+  [[nodiscard]] const T& GetAt(std::ptrdiff_t index) const { return m_items[Place(index)]; }
+  [[nodiscard]] T& ElementAt(std::ptrdiff_t index) { return GetAt(index); }
+  T& operator[](std::ptrdiff_t index) { return GetAt(index); }
+  const T& operator[](std::ptrdiff_t index) const { return GetAt(index); }
+  void SetAt(std::ptrdiff_t index, ARG value) { GetAt(index) = value; }
+  void SetAtGrow(std::ptrdiff_t index, ARG value) {
+    if (index >= GetSize()) {
+      SetSize(index + 1);
+    }
+    SetAt(index, value);
+  }
+  // Appends the element and returns its index.
+  std::ptrdiff_t Add(ARG value) {
+    m_items.push_back(value);
+    return GetUpperBound();
+  }
+  void InsertAt(std::ptrdiff_t index, ARG value) { m_items.insert(m_items.begin() + index, value); }
+  void RemoveAt(std::ptrdiff_t index, std::ptrdiff_t count = 1) {
+    m_items.erase(m_items.begin() + index, m_items.begin() + index + count);
+  }
+  void Copy(const CArray& other) { m_items = other.m_items; }
+  std::ptrdiff_t Append(const CArray& other) {
+    const std::ptrdiff_t first = GetSize();
+    m_items.insert(m_items.end(), other.m_items.begin(), other.m_items.end());
+    return first;
+  }
+  [[nodiscard]] T* GetData() noexcept { return m_items.data(); }
+  [[nodiscard]] const T* GetData() const noexcept { return m_items.data(); }
+
+  [[nodiscard]] auto begin() noexcept { return m_items.begin(); }
+  [[nodiscard]] auto end() noexcept { return m_items.end(); }
+  [[nodiscard]] auto begin() const noexcept { return m_items.begin(); }
+  [[nodiscard]] auto end() const noexcept { return m_items.end(); }
+
+ private:
+  static std::size_t Place(std::ptrdiff_t index) { return static_cast<std::size_t>(index); }
+
+  std::vector<T> m_items;
+};
+
+class PXDUTIL_API CStringArray : public CArray<CString, const CString&> {};
+
+#endif
