@@ -1,0 +1,219 @@
+#!/usr/bin/env python3
+"""Shows that each check finds what it is there to find, on small trees with one fault each."""
+
+import os
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+import floors
+import headers
+import registered
+import sources
+import tree
+import words
+
+GUARDED = "#ifndef {0}\n#define {0}\n{1}\n#endif\n"
+
+
+class CheckTest(unittest.TestCase):
+    def setUp(self):
+        self.root = pathlib.Path(tempfile.mkdtemp())
+        self.addCleanup(shutil.rmtree, self.root)
+
+    def write(self, place, text):
+        path = self.root / place
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+
+    def assert_finds(self, result, expected):
+        problems, _ = result
+        self.assertEqual(len(problems), 1, problems)
+        self.assertIn(expected, problems[0])
+
+    def assert_clean(self, result):
+        problems, looked_at = result
+        self.assertEqual(problems, [])
+        self.assertGreater(looked_at, 0)
+
+
+class Floors(CheckTest):
+    def check_include(self, place, line):
+        self.write(place, line + "\n")
+        return floors.check(self.root)
+
+    def test_what_stands_below_may_be_included(self):
+        self.assert_clean(
+            self.check_include("pxdutil/quotes/a.h", "#include <pxdutil/sessions/session.h>")
+        )
+
+    def test_what_stands_above_may_not(self):
+        self.assert_finds(
+            self.check_include("pxdutil/sessions/a.cpp", "#include <pxdutil/quotes/quote.h>"),
+            "pxdutil/sessions/a.cpp:1: <pxdutil/quotes/quote.h>: quotes doesn't stand below",
+        )
+
+    def test_query_stands_on_foundation_and_sessions_alone(self):
+        self.assert_clean(
+            self.check_include("pxdutil/query/a.h", "#include <pxdutil/sessions/session.h>")
+        )
+        self.assert_finds(
+            self.check_include("pxdutil/query/a.h", "#include <pxdutil/quotes/quote.h>"),
+            "quotes doesn't stand below query",
+        )
+
+    def test_quoted_includes_are_refused(self):
+        self.assert_finds(self.check_include("pxdutil/quotes/a.h", '#include "b.h"'), '"b.h"')
+
+    def test_foreign_headers_are_refused(self):
+        self.assert_finds(self.check_include("pxdutil/quotes/a.h", "#include <csv.h>"), "<csv.h>")
+        self.assert_finds(self.check_include("pxdutil/quotes/a.h", "# include <fmt/a>"), "<fmt/a>")
+
+    def test_the_platforms_headers_are_for_sources(self):
+        self.assert_clean(self.check_include("pxdutil/quotes/a.cpp", "#include <unistd.h>"))
+        self.assert_finds(
+            self.check_include("pxdutil/quotes/b.h", "#include <unistd.h>"), "<unistd.h>"
+        )
+
+    def test_the_umbrella_is_for_users(self):
+        self.assert_finds(
+            self.check_include("pxdutil/quotes/a.h", "#include <pxdutil/pxdutil.h>"), "users alone"
+        )
+
+    def test_a_new_folder_needs_a_floor(self):
+        self.assert_finds(self.check_include("pxdutil/cellar/a.h", ""), "has no floor")
+
+
+class Sources(CheckTest):
+    def test_a_listed_source_passes(self):
+        self.write("pxdutil/quotes/a.cpp", "")
+        self.write("pxdutil/quotes/CMakeLists.txt", "pxdutil_room_sources(\n  a.cpp)\n")
+        self.assert_clean(sources.check(self.root))
+
+    def test_a_forgotten_source_is_found(self):
+        self.write("pxdutil/quotes/a.cpp", "")
+        self.write("pxdutil/quotes/CMakeLists.txt", "pxdutil_room_sources(aa.cpp)  # a.cpp\n")
+        self.assert_finds(sources.check(self.root), "a.cpp: in no CMakeLists.txt")
+
+    def test_harness_and_benchmark_are_listed_by_name(self):
+        self.write("fuzz/fuzz_lines.cpp", "")
+        self.write("fuzz/CMakeLists.txt", "pxdutil_fuzz(lines)\n")
+        self.write("bench/quotes_bench.cpp", "")
+        self.write("bench/CMakeLists.txt", "pxdutil_bench(quotes)\n")
+        self.assert_clean(sources.check(self.root))
+
+    def test_a_harness_of_a_longer_name_is_not_enough(self):
+        self.write("fuzz/fuzz_lines.cpp", "")
+        self.write("fuzz/CMakeLists.txt", "pxdutil_fuzz(lines_long)\n")
+        self.assert_finds(sources.check(self.root), "fuzz_lines.cpp")
+
+    def test_projects_below_may_share_a_source(self):
+        self.write("tests/consumers/main.cpp", "")
+        self.write("tests/consumers/one/CMakeLists.txt", "add_executable(one ../main.cpp)\n")
+        self.assert_clean(sources.check(self.root))
+
+
+class Words(CheckTest):
+    def test_a_machines_path_is_found(self):
+        for path in ["/home/somebody/x", "/tmp/x", "see /work/x", "C:\\Users\\x"]:
+            with self.subTest(path):
+                self.write("docs/a.md", path + "\n")
+                self.assert_finds(words.check(self.root), "docs/a.md:1: a path of one machine")
+
+    def test_a_path_from_the_environment_or_below_another_passes(self):
+        self.write("docs/a.md", "${TMPDIR:-/tmp}/x, data/home/x, https://example.com/home/x\n")
+        self.assert_clean(words.check(self.root))
+
+    def test_work_put_off_is_found(self):
+        self.write("pxdutil/a.cpp", "// TO" + "DO: later\n")
+        self.assert_finds(words.check(self.root), "work that was put off")
+
+
+class Headers(CheckTest):
+    compiler = os.environ.get("CXX", "c++")
+
+    def write_header(self, name, body, guard=None):
+        self.write(f"pxdutil/quotes/{name}.h", GUARDED.format(guard or name.upper(), body))
+
+    def write_umbrella(self, *names):
+        lines = "\n".join(f"#include <pxdutil/quotes/{name}.h>" for name in names)
+        self.write("pxdutil/pxdutil.h", GUARDED.format("ALL", lines))
+
+    def test_whole_headers_pass(self):
+        self.write_header("a", "#include <vector>\ninline std::vector<int> f() { return {}; }")
+        self.write_umbrella("a")
+        self.assert_clean(headers.check(self.root, self.compiler))
+
+    def test_a_header_that_leans_on_another_is_found(self):
+        self.write_header("a", "inline std::vector<int> f() { return {}; }")
+        self.write_umbrella("a")
+        self.assert_finds(headers.check(self.root, self.compiler), "doesn't compile alone")
+
+    def test_the_umbrella_must_be_whole(self):
+        self.write_header("a", "")
+        self.write_header("b", "")
+        self.write_umbrella("a")
+        self.assert_finds(
+            headers.check(self.root, self.compiler), "lacks #include <pxdutil/quotes/b.h>"
+        )
+
+    def test_the_umbrella_includes_nothing_private(self):
+        self.write_header("a", "")
+        self.write("pxdutil/quotes/detail/c.h", GUARDED.format("C", ""))
+        self.write_umbrella("a", "detail/c")
+        self.assert_finds(headers.check(self.root, self.compiler), "which is no public header")
+
+    def test_the_umbrella_can_be_written_anew(self):
+        self.write_header("a", "")
+        self.write("pxdutil/query/b.h", GUARDED.format("B", ""))
+        self.write_umbrella()
+        headers.write_umbrella(self.root, tree.public_headers(self.root))
+        self.assert_clean(headers.check(self.root, self.compiler))
+
+    def test_guards_are_there_and_differ(self):
+        self.write_header("a", "")
+        self.write_header("b", "", guard="A")
+        self.write_umbrella("a", "b")
+        self.assert_finds(headers.check(self.root, self.compiler), "has the guard of")
+
+
+class Registered(CheckTest):
+    def check_source(self, text, names):
+        self.write("tests/quotes/a_test.cpp", text)
+        return registered.check(self.root, names)
+
+    def test_every_kind_of_test_is_recognised(self):
+        self.assert_clean(
+            self.check_source(
+                "TEST(A, One) {}\nTEST_F(B, Two) {}\nTEST_P(C, Three) {}\nTYPED_TEST(D, Four) {}\n"
+                "TYPED_TEST(E, Five) {}\n",
+                ["A.One", "B.Two", "All/C.Three/7", "D/0.Four", "E.Five<int>"],
+            )
+        )
+
+    def test_a_test_that_ctest_does_not_know_is_found(self):
+        self.assert_finds(
+            self.check_source("TEST(A, One) {}\nTEST(A,\n     Two) {}\n", ["A.One"]),
+            "A.Two is not registered",
+        )
+
+    def test_a_parametrised_suite_without_an_instance_is_found(self):
+        self.assert_finds(self.check_source("TEST_P(C, Three) {}\n", ["C.Thre"]), "C.Three")
+
+    def test_a_disabled_test_is_found(self):
+        self.assert_finds(
+            self.check_source("TEST(A, DISABLED_One) {}\n", ["A.DISABLED_One"]), "is disabled"
+        )
+
+    def test_a_source_without_tests_is_found(self):
+        self.assert_finds(self.check_source("// TEST(A, One) {}\n", []), "declares no test")
+
+    def test_a_test_of_some_builds_alone_is_left_out(self):
+        self.assert_clean(
+            self.check_source("TEST(A, One) {}\n#if X\nTEST(A, Two) {}\n#endif\n", ["A.One"])
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,17 @@
+# The tree's own rules, as tests. They look at sources and not at a build's kind, so only the default
+# preset runs them.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+function(pxdutil_tree_check name)
+  add_test(NAME Tree.${name}
+    COMMAND ${Python3_EXECUTABLE} -B "${PROJECT_SOURCE_DIR}/scripts/checks/${name}.py" ${ARGN})
+  set_tests_properties(Tree.${name} PROPERTIES LABELS tree TIMEOUT 600)
+endfunction()
+
+pxdutil_tree_check(floors)
+pxdutil_tree_check(sources)
+pxdutil_tree_check(words)
+pxdutil_tree_check(selftest)
+pxdutil_tree_check(registered --build "${PROJECT_BINARY_DIR}" --ctest "${CMAKE_CTEST_COMMAND}")
+pxdutil_tree_check(headers --compiler "${CMAKE_CXX_COMPILER}")
+set_tests_properties(Tree.headers PROPERTIES LABELS "tree;slow")
