@@ -109,7 +109,7 @@ class PXDUTIL_API CString {
   }
 
  private:
-  void AppendFormatV(const char* format, std::va_list args);
+  void AppendFormatV(const char* format, std::va_list args) PXDUTIL_PRINTF(2, 0);
 
   std::string m_text;
 };
