@@ -11,15 +11,38 @@
 #include <pxdutil/foundation/host_types.h>
 #include <pxdutil/foundation/inline_vector.h>
 #include <pxdutil/foundation/list.h>
+#include <pxdutil/foundation/numeric.h>
 #include <pxdutil/foundation/object.h>
 #include <pxdutil/foundation/packed.h>
 #include <pxdutil/foundation/spin_mutex.h>
 #include <pxdutil/foundation/text.h>
 
 #include <pxdutil/sessions/date_time.h>
+#include <pxdutil/sessions/resolution.h>
+#include <pxdutil/sessions/session.h>
+#include <pxdutil/sessions/week.h>
 
 #include <pxdutil/quotes/date_time_fields.h>
 #include <pxdutil/quotes/quote.h>
+
+#include <pxdutil/reference/list_parser.h>
+#include <pxdutil/reference/toolbox.h>
+
+#include <pxdutil/fields/builtin_catalogue.h>
+#include <pxdutil/fields/field_info.h>
+#include <pxdutil/fields/field_info_mgr.h>
+
+#include <pxdutil/datapoints/calculated.h>
+#include <pxdutil/datapoints/column.h>
+#include <pxdutil/datapoints/data_point.h>
+#include <pxdutil/datapoints/markers.h>
+#include <pxdutil/datapoints/ohlc_bars.h>
+#include <pxdutil/datapoints/old_bars.h>
+#include <pxdutil/datapoints/plain_points.h>
+#include <pxdutil/datapoints/record_tables.h>
+#include <pxdutil/datapoints/records.h>
+#include <pxdutil/datapoints/short_bars.h>
+#include <pxdutil/datapoints/ticks.h>
 
 #include <pxdutil/version.h>
 

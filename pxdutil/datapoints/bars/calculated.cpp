@@ -1,0 +1,134 @@
+// When a bar closes, and what becomes of a point that is offered to it.
+#include <pxdutil/datapoints/calculated.h>
+
+#include <pxdutil/datapoints/bars/detail/add_rules.h>
+#include <pxdutil/sessions/resolution.h>
+#include <pxdutil/sessions/session.h>
+
+PXDUTIL_DEFINE_RUNTIME_CLASS(CDPCDataPtCalculated, CDPDataPt, kNoSchema, nullptr)
+
+namespace {
+
+// The period that a bar of this resolution stands for. The quantity plays no part in days and
+// longer: a bar of two days closes with each day.
+CZRGSSession::ResetType PeriodOf(const CResoln& resoln) {
+  switch (resoln.GetResolnUnitType()) {
+    case CResoln::ResolnTypeDay:
+      return CZRGSSession::ResetDay;
+    case CResoln::ResolnTypeWeek:
+      return CZRGSSession::ResetWeek;
+    case CResoln::ResolnTypeMonth:
+      return CZRGSSession::ResetMonth;
+    case CResoln::ResolnTypeYear:
+      return CZRGSSession::ResetYear;
+    case CResoln::ResolnTypeTick:
+    case CResoln::ResolnTypeSecond:
+    case CResoln::ResolnTypeMinute:
+      break;
+  }
+  return CZRGSSession::ResetNone;
+}
+
+// Within a session that runs from `open` to `close`, the end of the interval into which `moment`
+// falls. Intervals are counted from the open; the last one is cut short at the close. False where
+// there are no intervals to count.
+bool IntervalEnd(const CResoln& resoln, const CZRDateTime& open, const CZRDateTime& moment,
+                 CZRDateTime& close) {
+  const CZRDateTimeSpan width = resoln.GetDateTimeSpan();
+  const double seconds = width;
+  if (!(seconds > 0.0) || moment < open) {
+    return false;
+  }
+  const double passed = moment - open;
+  CZRDateTimeSpan upToEnd = width;
+  upToEnd *= static_cast<int>(passed / seconds) + 1;
+  CZRDateTime end = open;
+  end += upToEnd;
+  if (end <= close) {
+    close = end;
+  }
+  return true;
+}
+
+}  // namespace
+
+CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::GetNextBarCloseDateTime(
+    const CZRGSSession& session, const CResoln& resoln, const CZRDateTime& dt, CZRDateTime& close) {
+  const CZRGSSession::ResetType period = PeriodOf(resoln);
+  CZRDateTime open;
+  CZRGSSession::Status status = CZRGSSession::StatusClosed;
+  unsigned long index = 0;
+  bool found =
+      dt.IsNullDateTime() == 0 &&
+      session.GetSessionInfo(period, dt, open, close, status, index) == CZRGSSession::ReturnOK &&
+      status != CZRGSSession::StatusClosed;
+  if (found && period == CZRGSSession::ResetNone && status != CZRGSSession::StatusReset) {
+    // A late print belongs to the session's last bar, wherever in the dribble window it falls.
+    const CZRDateTime moment = status == CZRGSSession::StatusDribble ? close : dt;
+    found = IntervalEnd(resoln, open, moment, close);
+  }
+  if (!found) {
+    close.SetNullDateTime();
+    return DPTStatusClosed;
+  }
+  return static_cast<DPTStatus>(status);
+}
+
+int CDPCDataPtCalculated::CheckCloseTime(const CZRDateTime& dt, const CResoln& resoln,
+                                         const CZRGSSession& session) const {
+  CZRDateTime close;
+  if (GetNextBarCloseDateTime(session, resoln, dt, close) == DPTStatusClosed) {
+    return 1;
+  }
+  // Asking a point for its date-time changes nothing, though the operation isn't const.
+  return close > const_cast<CDPCDataPtCalculated*>(this)->GetZRDateTime() ? 1 : 0;
+}
+
+CDPCDataPtCalculated::AddDataPtReturn CDPCDataPtCalculated::AddByRules(
+    const pxd::detail::AddRules& rules, const CDPDataPt* pt, const CResoln& resoln,
+    const CZRGSSession& session, int startNew, TrendType& trend, const CDPDataPt* prev) {
+  CZRDateTime moment = const_cast<CDPDataPt*>(pt)->GetZRDateTime();
+  if (rules.stepsBack && moment.IsNullDateTime() == 0 &&
+      pt->GetRuntimeClass() != rules.momentClass) {
+    moment -= CZRDateTimeSpan(0, 1);
+  }
+
+  CZRDateTime close;
+  DPTStatus status = GetNextBarCloseDateTime(session, resoln, moment, close);
+  if (status == DPTStatusReset && rules.resetIsClosed) {
+    status = DPTStatusClosed;
+  }
+  switch (status) {
+    case DPTStatusClosed:
+      if (IsNull() != 0) {
+        return AddOutsideSession;
+      }
+      if (startNew != 0) {
+        SetToNull();
+      }
+      return AddBarComplete;
+    case DPTStatusInPeriod:
+      return AddOutsideSession;
+    case DPTStatusReset:
+      return AddBarComplete;
+    case DPTStatusOpen:
+    case DPTStatusDribble:
+      break;
+  }
+
+  const CZRDateTime stamp = GetZRDateTime();
+  if (close == stamp) {
+    IncludeDataPtData(pt, trend, prev);
+    return AddIncluded;
+  }
+  const bool empty = stamp.IsNullDateTime() != 0;
+  if (startNew == 0 && (!empty || rules.emptyBarWaits)) {
+    return AddBarComplete;
+  }
+  if (!empty || rules.emptyBarWaits) {
+    SetToNull();
+  }
+  IncludeDataPtData(pt, trend, prev);
+  SetZRDateTime(close);
+  return empty ? AddIncluded : AddStartedNewBar;
+}

@@ -1,0 +1,359 @@
+// How each class of bars takes a point in.
+#include <pxdutil/datapoints/bars/detail/add_rules.h>
+#include <pxdutil/datapoints/ohlc_bars.h>
+#include <pxdutil/datapoints/old_bars.h>
+#include <pxdutil/datapoints/plain_points.h>
+#include <pxdutil/datapoints/short_bars.h>
+#include <pxdutil/datapoints/ticks.h>
+#include <pxdutil/foundation/numeric.h>
+
+namespace {
+
+using pxd::detail::AddRules;
+
+constexpr AddRules kDailyRules = {RUNTIME_CLASS(CDPTDblDblTick), true, false, false};
+constexpr AddRules kIntradayRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, false};
+// The high's bar places every point at its own stamp; its siblings step back.
+constexpr AddRules kHighRules = {RUNTIME_CLASS(CDPTDblDblTick), false, true, false};
+constexpr AddRules kCloseVolumeRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, true};
+constexpr AddRules kCloseRules = {RUNTIME_CLASS(CDPTDblTick), true, true, true};
+
+// The record of `pt` if its exact class is Point, else null.
+template <class Point>
+const typename Point::Record* RecordIf(const CDPDataPt* pt) {
+  return pt->GetRuntimeClass() == Point::GetThisClass() ? &static_cast<const Point*>(pt)->GetDPST()
+                                                        : nullptr;
+}
+
+// Ties and NaNs keep what was there.
+template <class Record>
+void Widen(Record& bar, float high, float low) {
+  if (bar.m_High < high) {
+    bar.m_High = high;
+  }
+  if (low < bar.m_Low) {
+    bar.m_Low = low;
+  }
+}
+
+template <class Record>
+void SetOpenHighLow(Record& bar, float price) {
+  bar.m_Open = price;
+  bar.m_High = price;
+  bar.m_Low = price;
+}
+
+template <class To, class From>
+void CopyFloats(To& to, const From& from, std::size_t first, std::size_t end) {
+  for (std::size_t i = first; i < end; ++i) {
+    to.SetFloat(i, from.GetFloat(i));
+  }
+}
+
+template <class To, class From>
+void AddFloats(To& to, const From& from, std::size_t first, std::size_t end) {
+  for (std::size_t i = first; i < end; ++i) {
+    to.SetFloat(i, to.GetFloat(i) + from.GetFloat(i));
+  }
+}
+
+// The sums and the close take a trade in. A tick is up or down by its sign, a word of 0 is down,
+// and the unchanged sums belong to other sources.
+template <class Record>
+void GrowByTick(Record& bar, const CDPSTDblDblTick& tick) {
+  const bool up = tick.m_TickDir > 0;
+  const auto ticks = static_cast<float>(up ? tick.m_TickDir : pxd::WrappingNegate(tick.m_TickDir));
+  if (up) {
+    bar.m_UpVol += tick.m_Vol;
+    bar.m_UpTicks += ticks;
+  } else {
+    bar.m_DownVol += tick.m_Vol;
+    bar.m_DownTicks += ticks;
+  }
+  bar.m_TotVol += tick.m_Vol;
+  bar.m_TotTicks += ticks;
+  bar.m_Close = tick.m_Price;
+}
+
+CDPCDataPtCalculated::TrendType TrendOf(const CDPSTDblDblTick& tick) {
+  return tick.m_TickDir > 0 ? CDPCDataPtCalculated::TrendUp : CDPCDataPtCalculated::TrendDown;
+}
+
+// High, low, close and the sums up to `sumsEnd` take in a bar that has the same columns there.
+template <class To, class From>
+void MergeBar(To& bar, const From& pt, std::size_t sumsEnd) {
+  Widen(bar, pt.m_High, pt.m_Low);
+  bar.m_Close = pt.m_Close;
+  AddFloats(bar, pt, pxd::kFirstVolume, sumsEnd);
+}
+
+}  // namespace
+
+void CDPCDblOHLCUDUT::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, const CDPDataPt*) {
+  const bool wasNull = IsNull() != 0;
+  const auto takeBar = [&](const auto& record) {
+    if (wasNull) {
+      CopyFloats(m_Record, record, 0, pxd::kSumsEnd);
+    } else {
+      MergeBar(m_Record, record, pxd::kSumsEnd);
+    }
+  };
+  if (const auto* tick = RecordIf<CDPTDblDblTick>(pt); tick != nullptr) {
+    if (wasNull) {
+      SetOpenHighLow(m_Record, tick->m_Price);
+    }
+    Widen(m_Record, tick->m_Price, tick->m_Price);
+    trend = TrendOf(*tick);
+    GrowByTick(m_Record, *tick);
+  } else if (const auto* bar = RecordIf<CDPCDblOHLCUDUT>(pt); bar != nullptr) {
+    takeBar(*bar);
+  } else if (const auto* daily = RecordIf<CDPCDblOHLCUDUTO>(pt); daily != nullptr) {
+    takeBar(*daily);
+  }
+}
+
+void CDPCDblOHLCUDUTO::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, const CDPDataPt*) {
+  const bool wasNull = IsNull() != 0;
+  if (const auto* tick = RecordIf<CDPTDblDblTick>(pt); tick != nullptr) {
+    // The bar's own high and low come from its first tick and from bars; a tick moves those of the
+    // running daily record.
+    if (wasNull) {
+      SetOpenHighLow(m_Record, tick->m_Price);
+    }
+    if (m_Record.m_Open == 0.0F) {
+      m_Record.m_Open = tick->m_Price;
+    }
+    trend = TrendOf(*tick);
+    GrowByTick(m_Record, *tick);
+    GrowByTick(m_PrevDailyRec, *tick);
+    Widen(m_PrevDailyRec, tick->m_Price, tick->m_Price);
+    if (m_PrevDailyRec.m_Open == 0.0F) {
+      m_PrevDailyRec.m_Open = tick->m_Price;
+    }
+  } else if (const auto* bar = RecordIf<CDPCDblOHLCUDUT>(pt); bar != nullptr) {
+    if (wasNull) {
+      CopyFloats(m_Record, *bar, 0, pxd::kSumsEnd);
+      m_Record.m_OpenInt = 0.0F;
+    } else {
+      MergeBar(m_Record, *bar, pxd::kSumsEnd);
+    }
+  } else if (const auto* daily = RecordIf<CDPCDblOHLCUDUTO>(pt); daily != nullptr) {
+    // A daily record counts from the start of its day: a second one of a day repeats the first.
+    const bool sameDay =
+        !wasNull && m_PrevDailyRec.IsNull() == 0 && m_PrevDailyRec.m_Date == daily->m_Date;
+    if (wasNull) {
+      CopyFloats(m_Record, *daily, 0, pxd::kOpenInterest + 1);
+    } else {
+      m_Record.m_Close = daily->m_Close;
+      m_Record.m_OpenInt = daily->m_OpenInt;
+      AddFloats(m_Record, *daily, pxd::kFirstVolume, pxd::kSumsEnd);
+      if (sameDay) {
+        for (std::size_t i = pxd::kFirstVolume; i < pxd::kSumsEnd; ++i) {
+          m_Record.SetFloat(i, m_Record.GetFloat(i) - m_PrevDailyRec.GetFloat(i));
+        }
+      } else {
+        Widen(m_Record, daily->m_High, daily->m_Low);
+      }
+    }
+    CopyFloats(m_PrevDailyRec, *daily, 0, pxd::kOpenInterest + 1);
+    m_PrevDailyRec.m_Date = daily->m_Date;
+  }
+}
+
+namespace {
+
+// The price before a trade, against which the old bars tell up from down.
+struct Reference {
+  bool found;  // it comes from the point before, and counts even if it is 0
+  float price;
+};
+
+Reference PriceBefore(const CDPDataPt* prev, bool consultsPrev, float close) {
+  if (!consultsPrev || prev == nullptr || prev->IsNull() != 0) {
+    return {false, close};
+  }
+  if (const auto* tick = RecordIf<CDPTDblDblTick>(prev); tick != nullptr) {
+    return {true, tick->m_Price};
+  }
+  if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOld>(prev); bar != nullptr) {
+    return {true, bar->m_Close};
+  }
+  if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOOld>(prev); bar != nullptr) {
+    return {true, bar->m_Close};
+  }
+  return {true, 0.0F};
+}
+
+template <class Record>
+void DivideVolume(Record& bar, const CDPSTDblDblTick& tick, const Reference& before) {
+  const bool compares = before.found || before.price != 0.0F;
+  if (compares && before.price < tick.m_Price) {
+    bar.m_UpVol += tick.m_Vol;
+  } else if (compares && before.price > tick.m_Price) {
+    bar.m_DownVol += tick.m_Vol;
+  } else {
+    bar.m_UnchVol += tick.m_Vol;
+  }
+  bar.m_TotVol += tick.m_Vol;
+  bar.m_Close = tick.m_Price;
+}
+
+}  // namespace
+
+void CDPCDblOHLCUDUTOld::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt* prev) {
+  const bool wasNull = IsNull() != 0;
+  const auto takeBar = [&](const auto& record) {
+    if (wasNull) {
+      CopyFloats(m_Record, record, 0, pxd::kVolumesEnd);
+    } else {
+      MergeBar(m_Record, record, pxd::kVolumesEnd);
+    }
+  };
+  if (const auto* tick = RecordIf<CDPTDblDblTick>(pt); tick != nullptr) {
+    const Reference before = PriceBefore(prev, wasNull, m_Record.m_Close);
+    if (wasNull) {
+      SetOpenHighLow(m_Record, tick->m_Price);
+    }
+    Widen(m_Record, tick->m_Price, tick->m_Price);
+    DivideVolume(m_Record, *tick, before);
+  } else if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOld>(pt); bar != nullptr) {
+    takeBar(*bar);
+  } else if (const auto* barWithInterest = RecordIf<CDPCDblOHLCUDUTOOld>(pt);
+             barWithInterest != nullptr) {
+    takeBar(*barWithInterest);
+  }
+}
+
+void CDPCDblOHLCUDUTOOld::IncludeDataPtData(const CDPDataPt* pt, TrendType&,
+                                            const CDPDataPt* prev) {
+  const bool wasNull = IsNull() != 0;
+  const auto takeBar = [&](const auto& record, float openInterest) {
+    if (wasNull) {
+      CopyFloats(m_Record, record, 0, pxd::kVolumesEnd);
+      m_Record.m_OpenInt = openInterest;
+    } else {
+      MergeBar(m_Record, record, pxd::kVolumesEnd);
+    }
+  };
+  if (const auto* tick = RecordIf<CDPTDblDblTick>(pt); tick != nullptr) {
+    const float price = tick->m_Price;
+    const Reference before = PriceBefore(prev, m_Record.m_Close == 0.0F, m_Record.m_Close);
+    if (wasNull) {
+      SetOpenHighLow(m_Record, price);
+    }
+    if (m_Record.m_Open == 0.0F) {
+      m_Record.m_Open = price;
+    }
+    if (m_Record.m_Low == 0.0F) {
+      m_Record.m_Low = price;  // a low of 0 counts as unset in this class
+    }
+    Widen(m_Record, price, price);
+    DivideVolume(m_Record, *tick, before);
+  } else if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOld>(pt); bar != nullptr) {
+    takeBar(*bar, 0.0F);
+  } else if (const auto* barWithInterest = RecordIf<CDPCDblOHLCUDUTOOld>(pt);
+             barWithInterest != nullptr) {
+    takeBar(*barWithInterest, barWithInterest->m_OpenInt);
+  }
+}
+
+namespace {
+
+// Both values of a tick or of a bar of the class itself, where `wanted` says so of the first.
+template <class Tick, class Self, class Record, class Wanted>
+void TakeValues(Record& own, const CDPDataPt* pt, Wanted wanted) {
+  const auto take = [&](const auto& record) {
+    if (wanted(record.GetFloat(0))) {
+      CopyFloats(own, record, 0, pxd::RecordTable<typename Record::ValueRecordType>::rules.stored);
+    }
+  };
+  if (const auto* tick = RecordIf<Tick>(pt); tick != nullptr) {
+    take(*tick);
+  } else if (const auto* bar = RecordIf<Self>(pt); bar != nullptr) {
+    take(*bar);
+  }
+}
+
+}  // namespace
+
+void CDPCDblC::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt*) {
+  TakeValues<CDPTDblTick, CDPCDblC>(m_Record, pt, [](float) { return true; });
+}
+
+void CDPCDblDblC::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt*) {
+  TakeValues<CDPTDblDblTick, CDPCDblDblC>(m_Record, pt, [](float) { return true; });
+}
+
+void CDPCDblDblH::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt*) {
+  const bool wasNull = IsNull() != 0;
+  const float high = m_Record.m_High;
+  TakeValues<CDPTDblDblTick, CDPCDblDblH>(m_Record, pt,
+                                          [&](float value) { return wasNull || high <= value; });
+}
+
+void CDPCDblDblL::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt*) {
+  const bool wasNull = IsNull() != 0;
+  const float low = m_Record.m_Low;
+  TakeValues<CDPTDblDblTick, CDPCDblDblL>(m_Record, pt,
+                                          [&](float value) { return wasNull || low >= value; });
+}
+
+void CDPCnv::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt*) {
+  if (const auto* record = RecordIf<CDPCnv>(pt); record != nullptr && pt->HasNullPrice() == 0) {
+    m_Record.m_Winning = record->m_Winning;
+    m_Record.m_Losing = record->m_Losing;
+    m_Record.m_IsNull = 0;
+  }
+}
+
+void CDPOptDaily::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDataPt*) {
+  const auto* const daily = RecordIf<CDPOptDaily>(pt);
+  if (daily == nullptr) {
+    return;
+  }
+  const bool wasNull = IsNull() != 0;
+  const bool sameDay =
+      !wasNull && m_PrevDailyRec.IsNull() == 0 && m_PrevDailyRec.m_Date == daily->m_Date;
+  if (wasNull) {
+    m_Record = *daily;
+    m_Record.m_VolSum = daily->m_ImpliedVol;
+    m_Record.m_VolCount = 1;
+  } else {
+    ++m_Record.m_VolCount;
+    m_Record.m_PutVol += daily->m_PutVol;
+    m_Record.m_CallVol += daily->m_CallVol;
+    m_Record.m_PutOpenInt = daily->m_PutOpenInt;
+    m_Record.m_CallOpenInt = daily->m_CallOpenInt;
+    m_Record.m_VolSum += daily->m_ImpliedVol;
+    if (sameDay) {
+      m_Record.m_PutVol -= m_PrevDailyRec.m_PutVol;
+      m_Record.m_CallVol -= m_PrevDailyRec.m_CallVol;
+      m_Record.m_VolSum -= m_PrevDailyRec.m_ImpliedVol;
+      --m_Record.m_VolCount;
+    }
+    m_Record.m_ImpliedVol = m_Record.m_VolCount != 0
+                                ? m_Record.m_VolSum / static_cast<float>(m_Record.m_VolCount)
+                                : 0.0F;
+  }
+  m_PrevDailyRec = *daily;
+}
+
+// One row a class: by which rules its points are placed.
+#define PXDUTIL_FOR_EACH_BAR(X)         \
+  X(CDPCDblOHLCUDUTO, kDailyRules)      \
+  X(CDPCDblOHLCUDUTOOld, kDailyRules)   \
+  X(CDPCDblOHLCUDUT, kIntradayRules)    \
+  X(CDPCDblDblL, kIntradayRules)        \
+  X(CDPCDblOHLCUDUTOld, kIntradayRules) \
+  X(CDPCDblDblH, kHighRules)            \
+  X(CDPCDblDblC, kCloseVolumeRules)     \
+  X(CDPCDblC, kCloseRules)
+
+#define PXDUTIL_DEFINE_ADD(bar, rules)                                                             \
+  CDPCDataPtCalculated::AddDataPtReturn bar::AddDataPt(const CDPDataPt* pt, const CResoln& resoln, \
+                                                       const CZRGSSession& session, int startNew,  \
+                                                       TrendType& trend, const CDPDataPt* prev) {  \
+    return AddByRules(rules, pt, resoln, session, startNew, trend, prev);                          \
+  }
+PXDUTIL_FOR_EACH_BAR(PXDUTIL_DEFINE_ADD)
+#undef PXDUTIL_DEFINE_ADD
