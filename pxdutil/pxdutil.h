@@ -28,7 +28,6 @@
 #include <pxdutil/reference/list_parser.h>
 #include <pxdutil/reference/toolbox.h>
 
-#include <pxdutil/fields/builtin_catalogue.h>
 #include <pxdutil/fields/field_info.h>
 #include <pxdutil/fields/field_info_mgr.h>
 

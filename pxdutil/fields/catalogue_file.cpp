@@ -12,7 +12,7 @@
 #include <system_error>
 #include <utility>
 
-#include <pxdutil/fields/builtin_catalogue.h>
+#include <pxdutil/fields/detail/builtin_catalogue.h>
 #include <pxdutil/fields/field_info_mgr.h>
 #include <pxdutil/foundation/file.h>
 #include <pxdutil/reference/toolbox.h>

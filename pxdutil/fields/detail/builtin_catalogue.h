@@ -4,8 +4,8 @@
 // is made of itself alone, and it isn't stored. Those are the plain rows. The others stand whole,
 // as lines of the file. Both tables are in ascending order of id, and together every id stands
 // once.
-#ifndef PXDUTIL_FIELDS_BUILTIN_CATALOGUE_H
-#define PXDUTIL_FIELDS_BUILTIN_CATALOGUE_H
+#ifndef PXDUTIL_FIELDS_DETAIL_BUILTIN_CATALOGUE_H
+#define PXDUTIL_FIELDS_DETAIL_BUILTIN_CATALOGUE_H
 
 #include <algorithm>
 #include <cstddef>
