@@ -1,0 +1,69 @@
+// Ticks into bars through AddDataPt, beside the plain sum of the same ticks: no session, no rule
+// and no bar, just the bytes read once.
+#include <benchmark/benchmark.h>
+#include <pxdutil/datapoints/ohlc_bars.h>
+#include <pxdutil/sessions/resolution.h>
+
+#include "bench/bench_data.h"
+
+namespace {
+
+constexpr std::size_t kTicks = 1'000'000;
+
+const std::vector<CDPTDblDblTick>& SharedTrades() {
+  static const std::vector<CDPTDblDblTick> trades = bench::Trades(kTicks);
+  return trades;
+}
+
+void CountTicks(benchmark::State& state) {
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kTicks));
+}
+
+void TicksLimit(benchmark::State& state) {
+  const auto& trades = SharedTrades();
+  for (auto _ : state) {
+    double value = 0.0;
+    for (const CDPTDblDblTick& tick : trades) {
+      value +=
+          static_cast<double>(tick.GetDPST().m_Price) * static_cast<double>(tick.GetDPST().m_Vol);
+    }
+    benchmark::DoNotOptimize(value);
+  }
+  CountTicks(state);
+}
+BENCHMARK(TicksLimit)->Unit(benchmark::kMillisecond);
+
+template <class Bar>
+void TicksInto(benchmark::State& state, ZRGS_RESOLUTION resolution) {
+  const auto& trades = SharedTrades();
+  const CZRGSSession week = bench::StockWeek();
+  const CResoln resoln(resolution);
+  for (auto _ : state) {
+    Bar bar;
+    CDPCDataPtCalculated::TrendType trend = CDPCDataPtCalculated::TrendUp;
+    std::size_t finished = 0;
+    const CDPDataPt* previous = nullptr;
+    for (const CDPTDblDblTick& tick : trades) {
+      if (bar.AddDataPt(&tick, resoln, week, 0, trend, previous) ==
+          CDPCDataPtCalculated::AddBarComplete) {
+        ++finished;
+        bar.AddDataPt(&tick, resoln, week, 1, trend, previous);
+      }
+      previous = &tick;
+    }
+    benchmark::DoNotOptimize(finished);
+  }
+  CountTicks(state);
+}
+
+void TicksIntoMinuteBars(benchmark::State& state) {
+  TicksInto<CDPCDblOHLCUDUT>(state, {3, 1});
+}
+BENCHMARK(TicksIntoMinuteBars)->Unit(benchmark::kMillisecond);
+
+void TicksIntoDailyBars(benchmark::State& state) {
+  TicksInto<CDPCDblOHLCUDUTO>(state, {4, 1});
+}
+BENCHMARK(TicksIntoDailyBars)->Unit(benchmark::kMillisecond);
+
+}  // namespace
