@@ -43,7 +43,8 @@ CZRGSSession::Status WindowAt(std::int64_t place, const ZRGS_SESSION_INFO& sessi
 
 CZRGSSession::ReturnType CZRGSSession::GetRelativeDT(unsigned long from, unsigned long to,
                                                      const CZRDateTime& dt, CZRDateTime& out) {
-  out = MovedBy(dt, static_cast<std::int64_t>(to) - static_cast<std::int64_t>(from));
+  // A place before the first open comes as a number that has wrapped; the difference is right.
+  out = MovedBy(dt, static_cast<long>(to - from));
   return ReturnOK;
 }
 

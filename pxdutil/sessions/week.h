@@ -80,7 +80,8 @@ class OverlapCheck {
 
 // `dt` moved by a number of seconds, backwards where it is negative.
 [[nodiscard]] inline CZRDateTime MovedBy(const CZRDateTime& dt, std::int64_t seconds) {
-  const auto distance = static_cast<std::uint64_t>(seconds < 0 ? -seconds : seconds);
+  const auto forward = static_cast<std::uint64_t>(seconds);
+  const std::uint64_t distance = seconds < 0 ? 0 - forward : forward;
   const CZRDateTimeSpan span(static_cast<unsigned short>(distance / kSecondsPerDay),
                              static_cast<unsigned long>(distance % kSecondsPerDay));
   CZRDateTime moved = dt;

@@ -571,6 +571,8 @@ TEST(RelativeDateTime, MovesByTheDifferenceEitherWay) {
   EXPECT_EQ(out, Day(2, 13, 0, 5));
   EXPECT_EQ(CZRGSSession::GetRelativeDT(90000, 0, out, out), CZRGSSession::ReturnOK);
   EXPECT_EQ(out, Day(1, 12, 0, 5));
+  EXPECT_EQ(CZRGSSession::GetRelativeDT(0UL - 60, 60, out, out), CZRGSSession::ReturnOK);
+  EXPECT_EQ(out, Day(1, 12, 2, 5)) << "from a minute before the first open";
   EXPECT_EQ(CZRGSSession::GetRelativeDT(7, 7, Day(1, 12, 0), out), CZRGSSession::ReturnOK);
   EXPECT_EQ(out, Day(1, 12, 0));
 }
