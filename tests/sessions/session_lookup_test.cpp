@@ -404,6 +404,30 @@ TEST(MonthLookup, WithoutAnyFlagTheLastSessionEndsTheMonth) {
   EXPECT_EQ(StatusAt(week, Month, At(1, 22, 2024, 16, 9)), Closed);
 }
 
+TEST(MonthLookup, ACloseAtMidnightCountsForTheDayThatItBeginsAndThatIsMeant) {
+  CZRGSSession natural;
+  natural.SetToNaturalSessions();
+  // Sunday's close is the first event of Monday 1 January, and Wednesday's close, at the midnight
+  // that begins February, isn't before it.
+  ExpectPeriod(LookUp(natural, Month, At(1, 15, 2024, 12, 0)), Open, At(12, 31, 2023, 0, 0),
+               At(1, 31, 2024, 0, 0), "January");
+}
+
+TEST(MonthLookup, ASessionOverTheEndOfTheLastWeekIsReachedFromTheWeekBefore) {
+  const CZRGSSession week(List({Info(1080, 2460)}));  // Sunday 18:00 to Monday 17:00
+  const Found found = LookUp(week, Month, At(3, 25, 2024, 10, 0));
+  EXPECT_EQ(found.status, Open);
+  EXPECT_EQ(found.end, At(3, 25, 2024, 17, 0));
+}
+
+TEST(MonthLookup, ALastEndOfZeroIsNoEndAndThatIsMeant) {
+  // A session without length at the midnight at which the last week of January 2024 begins.
+  EXPECT_EQ(LookUp(CZRGSSession(List({Info(5760, 5760)})), Month, At(1, 9, 2024, 0, 0)).end,
+            At(1, 18, 2024, 0, 0));
+  EXPECT_EQ(LookUp(CZRGSSession(List({Info(5760, 5760, 1)})), Month, At(1, 9, 2024, 0, 0)).end,
+            At(1, 25, 2024, 0, 0));
+}
+
 // ---- A year -----------------------------------------------------------------------------------
 
 TEST(YearLookup, FindsTheYearButAlwaysFailsAndThatIsMeant) {

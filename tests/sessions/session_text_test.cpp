@@ -240,14 +240,17 @@ TEST(SessionCompact, DaysBehindTheWeekHaveNoBitInTheByte) {
 TEST(SessionCompact, BuildsTheSessionsOfADayInOrderOfTime) {
   const struct {
     unsigned long main, second;
+    unsigned short reset;
     const char* list;
   } rows[] = {
-      {Range(570, 720), Range(780, 960), "2:2010,2160,4,0,1;2220,2400,0,0,0"},
-      {Range(780, 960), Range(570, 720), "2:2010,2160,0,0,0;2220,2400,4,0,1"},
-      // Where main ends as the second begins they don't change places, and so overlap.
-      {Range(570, 780), Range(780, 960), kRefused},
-      {Range(570, 775), Range(780, 960), "2:2010,2215,4,0,1;2220,2400,0,0,0"},
-      {Range(570, 777), Range(780, 960), kRefused},  // the reset window runs into the second
+      {Range(570, 720), Range(780, 960), 4, "2:2010,2160,4,0,1;2220,2400,0,0,0"},
+      {Range(780, 960), Range(570, 720), 4, "2:2010,2160,0,0,0;2220,2400,4,0,1"},
+      {Range(570, 779), Range(780, 960), 0, "2:2010,2219,0,0,1;2220,2400,0,0,0"},
+      // Where main ends as the second begins they don't change places, and so stand out of order.
+      {Range(570, 780), Range(780, 960), 0, kRefused},
+      // The reset window may reach up to the second, not into it.
+      {Range(570, 776), Range(780, 960), 4, "2:2010,2216,4,0,1;2220,2400,0,0,0"},
+      {Range(570, 777), Range(780, 960), 4, kRefused},
   };
   for (const auto& row : rows) {
     Compact compact;
@@ -255,7 +258,7 @@ TEST(SessionCompact, BuildsTheSessionsOfADayInOrderOfTime) {
     compact.ranges[1] = row.second;
     compact.masks[0] = compact.masks[1] = 2;
     compact.count = 2;
-    compact.reset = 4;
+    compact.reset = row.reset;
     EXPECT_EQ(FromCompact(compact), row.list) << row.main << ' ' << row.second;
   }
 }
