@@ -43,6 +43,7 @@ class PXDUTIL_API CArchive {
   [[nodiscard]] bool IsLoading() const noexcept { return m_mode == load; }
   [[nodiscard]] CFile* GetFile() const noexcept { return m_file; }
 
+  CArchive& operator<<(char value) { return Put(value); }
   CArchive& operator<<(std::int8_t value) { return Put(value); }
   CArchive& operator<<(std::uint8_t value) { return Put(value); }
   CArchive& operator<<(std::int16_t value) { return Put(value); }
@@ -54,6 +55,7 @@ class PXDUTIL_API CArchive {
   CArchive& operator<<(const CString& text);
 
   // A load that fails leaves its target as it was.
+  CArchive& operator>>(char& value) { return Get(value); }
   CArchive& operator>>(std::int8_t& value) { return Get(value); }
   CArchive& operator>>(std::uint8_t& value) { return Get(value); }
   CArchive& operator>>(std::int16_t& value) { return Get(value); }
