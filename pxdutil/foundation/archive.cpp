@@ -81,6 +81,7 @@ CArchive::~CArchive() {
     Close();
   } catch (CException* e) {
     e->Delete();
+  } catch (...) {  // a file in memory runs out of it with std::bad_alloc
   }
 }
 
