@@ -220,6 +220,9 @@ void CMemFile::Write(const void* buffer, unsigned int count) {
   if (count == 0) {
     return;
   }
+  if (m_position > m_bytes.max_size() - count) {
+    Throw(CFileException::diskFull);
+  }
   if (m_bytes.size() - std::min(m_position, m_bytes.size()) < count) {
     m_bytes.resize(m_position + count);
   }
