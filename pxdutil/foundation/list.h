@@ -216,10 +216,13 @@ class CArray : public CObject {
   const T& operator[](std::ptrdiff_t index) const { return GetAt(index); }
   void SetAt(std::ptrdiff_t index, ARG value) { GetAt(index) = value; }
   void SetAtGrow(std::ptrdiff_t index, ARG value) {
-    if (index >= GetSize()) {
+    if (index < GetSize()) {
+      SetAt(index, value);
+    } else {
+      T kept = value;  // it may be an element of this array, which growing moves
       SetSize(index + 1);
+      GetAt(index) = std::move(kept);
     }
-    SetAt(index, value);
   }
   // Appends the element and returns its index.
   std::ptrdiff_t Add(ARG value) {
@@ -233,7 +236,10 @@ class CArray : public CObject {
   void Copy(const CArray& other) { m_items = other.m_items; }
   std::ptrdiff_t Append(const CArray& other) {
     const std::ptrdiff_t first = GetSize();
-    m_items.insert(m_items.end(), other.m_items.begin(), other.m_items.end());
+    const std::ptrdiff_t count = other.GetSize();  // taken first: `other` may be this array
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+      m_items.push_back(other.GetAt(i));
+    }
     return first;
   }
   [[nodiscard]] T* GetData() noexcept { return m_items.data(); }
