@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <mutex>
+#include <new>
 
 #include <pxdutil/foundation/packed.h>
 #include <pxdutil/quotes/date_time_fields.h>
@@ -92,6 +93,11 @@ void CZRGSQuote::init(const CZRGSQuote& source) {
   for (const Field* field : source.m_vFields) {
     if (Field* copy = CreateField(field); copy != nullptr) {
       m_vFields.push_back(copy);
+    } else if (m_bInitialized) {
+      // Half a copy would pass for a whole one.
+      ReleaseAll();
+      m_vFields.clear();
+      throw std::bad_alloc();
     }
   }
   m_dwTag = source.m_dwTag;

@@ -100,7 +100,8 @@ class PXDUTIL_API CZRGSQuote {
   CZRGSQuote() = default;
   explicit CZRGSQuote(unsigned short unused);
   // Copies values, ids, types, statuses and the tag; what SetIndirectQuote and SetDate or SetTime
-  // set isn't carried over. Assigning a quote to itself empties it.
+  // set isn't carried over. Assigning a quote to itself empties it. Where memory runs out, throws
+  // std::bad_alloc and leaves the target without fields.
   CZRGSQuote(const CZRGSQuote& other);
   CZRGSQuote& operator=(const CZRGSQuote& other);
   ~CZRGSQuote();
