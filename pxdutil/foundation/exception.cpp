@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <string_view>
 
 PXDUTIL_DEFINE_RUNTIME_CLASS(CException, CObject, kNoSchema, nullptr)
@@ -16,9 +15,7 @@ namespace {
 // Copies what fits of `text`, and a NUL behind it.
 int CopyOut(std::string_view text, char* buffer, unsigned int bufferSize) {
   if (bufferSize > 0) {
-    const std::size_t length = std::min<std::size_t>(text.size(), bufferSize - 1);
-    std::memcpy(buffer, text.data(), length);
-    buffer[length] = '\0';
+    buffer[text.copy(buffer, bufferSize - 1)] = '\0';
   }
   return 1;
 }
