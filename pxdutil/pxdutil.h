@@ -20,7 +20,6 @@
 #include <pxdutil/sessions/date_time.h>
 #include <pxdutil/sessions/resolution.h>
 #include <pxdutil/sessions/session.h>
-#include <pxdutil/sessions/week.h>
 
 #include <pxdutil/quotes/date_time_fields.h>
 #include <pxdutil/quotes/quote.h>

@@ -219,7 +219,7 @@ void CArchive::Flush() {
   if (m_mode == store) {
     FlushStored();
     m_file->Flush();
-  } else if (m_next != m_end) {
+  } else if (m_mode == load && m_next != m_end) {
     const auto unread = static_cast<std::int64_t>(m_end - m_next);
     m_next = 0;
     m_end = 0;
@@ -231,6 +231,7 @@ void CArchive::Close() {
   if (m_file != nullptr) {
     Flush();
     m_file = nullptr;
+    m_mode = kClosed;
   }
 }
 

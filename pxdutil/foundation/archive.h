@@ -79,11 +79,13 @@ class PXDUTIL_API CArchive {
   // Storing: hands what is buffered to the file. Loading: moves the file back to the first byte
   // that wasn't taken, so that another reader goes on from there.
   void Flush();
-  // Flushes and lets go of the file, which stays open. Closing twice does nothing.
+  // Flushes and lets go of the file, which stays open. A closed archive neither stores nor loads.
+  // Closing twice does nothing.
   void Close();
 
  private:
   static constexpr std::size_t kBufferSize = 4096;
+  static constexpr unsigned int kClosed = 2;
 
   template <class T>
   CArchive& Put(T value) {
@@ -143,7 +145,7 @@ class PXDUTIL_API CArchive {
   void ReadInSteps(std::uint64_t byteCount, AppendChunk append);
 
   CFile* m_file;
-  Mode m_mode;
+  unsigned int m_mode;  // a Mode, or kClosed
   // Loading: the unread bytes are those from m_next up to m_end. Storing: those up to m_end wait.
   std::size_t m_next = 0;
   std::size_t m_end = 0;

@@ -6,6 +6,7 @@
 #define PXDUTIL_FOUNDATION_TEXT_H
 
 #include <compare>
+#include <concepts>
 #include <cstdarg>
 #include <cstddef>
 #include <string>
@@ -52,7 +53,11 @@ class PXDUTIL_API CString {
   [[nodiscard]] char GetAt(int index) const noexcept {
     return index >= 0 && index < GetLength() ? m_text[static_cast<std::size_t>(index)] : '\0';
   }
-  char operator[](int index) const noexcept { return GetAt(index); }
+  // A template, so that no index type makes it compete with the conversion to a pointer.
+  template <std::integral Index>
+  char operator[](Index index) const noexcept {
+    return GetAt(static_cast<int>(index));
+  }
 
   // Parts of the text. Counts and places are clamped to the text: a negative one counts as 0.
   [[nodiscard]] CString Left(int count) const;

@@ -64,8 +64,10 @@ void AssignNode(Field& to, const Field& from) {
   to.wIndirectID = from.wIndirectID;
   to.dwRecords = from.dwRecords;
   to.bIndirectFlag = from.bIndirectFlag;
-  if (from.wSize > 0) {
+  if (from.wSize > 0 && from.pData != nullptr) {
     std::memcpy(to.pData, from.pData, from.wSize);
+  } else if (from.wSize > 0) {
+    std::memset(to.pData, 0, from.wSize);
   }
 }
 
@@ -417,6 +419,7 @@ void CZRGSQuote::Empty(int bRelease) {
 
 void CZRGSQuote::TransferQuote(CZRGSQuote& source) {
   if (&source == this) {
+    Empty(1);  // each field replaces itself, and the source ends empty
     return;
   }
   m_vFields.reserve(m_vFields.size() + source.m_vFields.size());

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <limits>
 
-#include <pxdutil/sessions/week.h>
+#include <pxdutil/sessions/detail/week.h>
 
 using namespace pxd::detail;
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include <pxdutil/sessions/week.h>
+#include <pxdutil/sessions/detail/week.h>
 
 using namespace pxd::detail;
 

@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-#include <pxdutil/sessions/week.h>
+#include <pxdutil/sessions/detail/week.h>
 
 using namespace pxd::detail;
 

@@ -392,6 +392,24 @@ TEST(Archive, ClosingLeavesTheFileOpenAndReadable) {
   EXPECT_EQ(bytes[1], 2);
 }
 
+TEST(Archive, OnceClosedItNeitherStoresNorLoads) {
+  CMemFile file;
+  for (const CArchive::Mode mode : {CArchive::store, CArchive::load}) {
+    CArchive archive(&file, mode);
+    archive.Close();
+    archive.Flush();
+    EXPECT_FALSE(archive.IsStoring());
+    EXPECT_FALSE(archive.IsLoading());
+    std::uint8_t byte = 0;
+    const auto stored = ThrownBy<CArchiveException>([&] { archive << byte; });
+    ASSERT_NE(stored, nullptr);
+    EXPECT_EQ(stored->m_cause, CArchiveException::readOnly);
+    const auto loaded = ThrownBy<CArchiveException>([&] { archive >> byte; });
+    ASSERT_NE(loaded, nullptr);
+    EXPECT_EQ(loaded->m_cause, CArchiveException::writeOnly);
+  }
+}
+
 TEST(Archive, IsClosedByItsDestructor) {
   CMemFile file;
   {

@@ -223,6 +223,11 @@ TEST_F(QuotePool, AQuoteGivesItsNodesBackInListOrder) {
 }
 
 TEST_F(QuotePool, AssignmentRecyclesTheTargetsOwnNodes) {
+  {  // the pool's own list grows when nodes first come back
+    CZRGSQuote warm;
+    warm.AddFieldDouble(3, 1, 1.0);
+    warm.AddFieldDouble(3, 2, 1.0);
+  }
   CZRGSQuote target;
   target.AddFieldDouble(3, 1, 1.0);
   Field* const own = target.GetField(0);

@@ -178,6 +178,32 @@ TEST_F(Quote, ACopyHasNodesOfItsOwn) {
   }
 }
 
+TEST_F(Quote, TransferToItselfEmptiesItAndKeepsTheTag) {
+  CZRGSQuote quote;
+  quote.m_dwTag = 7;
+  quote.AddFieldByte(3, 16, 1);
+  quote.AddFieldByte(3, 17, 2);
+  quote.TransferQuote(quote);
+  EXPECT_EQ(quote.GetNumField(), 0U);
+  EXPECT_EQ(quote.m_dwTag, 7U);
+  quote.AddFieldByte(3, 16, 3);  // the nodes are in the pool, each once
+  quote.AddFieldByte(3, 17, 4);
+  EXPECT_NE(quote.GetField(0), quote.GetField(1));
+}
+
+TEST_F(Quote, ReplaceFieldTakesAMissingValueAsZeros) {
+  CZRGSQuote quote;
+  quote.AddFieldUShort(3, 16, 0xFFFF);
+  CZRGSQuote::ZRGS_QUOTE_FIELD bare{};
+  bare.wFieldID = 16;
+  bare.wSize = 4;
+  bare.bTypeStatus = CZRGSQuote::QFTYPE_ULONG << 4;
+  EXPECT_EQ(quote.ReplaceField(&bare), 1);
+  double value = 1.0;
+  EXPECT_EQ(quote.GetFieldData(16, value), 1);
+  EXPECT_EQ(value, 0.0);
+}
+
 TEST_F(Quote, AssignmentToItselfEmptiesItAndKeepsTheTag) {
   CZRGSQuote quote;
   quote.m_dwTag = 77;

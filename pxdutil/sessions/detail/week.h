@@ -1,7 +1,6 @@
-// The arithmetic of the trading week that the sources of CZRGSSession share. Not installed for
-// users: include <pxdutil/sessions/session.h> instead.
-#ifndef PXDUTIL_SESSIONS_WEEK_H
-#define PXDUTIL_SESSIONS_WEEK_H
+// The arithmetic of the trading week that the sources of CZRGSSession share.
+#ifndef PXDUTIL_SESSIONS_DETAIL_WEEK_H
+#define PXDUTIL_SESSIONS_DETAIL_WEEK_H
 
 #include <algorithm>
 #include <cstddef>
