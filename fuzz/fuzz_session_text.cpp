@@ -1,0 +1,90 @@
+// Reads a calendar from its machine text form and asks it everything.
+//
+// A calendar that passes as valid must come back from its own text as it was, and no question to
+// any calendar, valid or not, may do more than answer.
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include <pxdutil/foundation/fault.h>
+#include <pxdutil/sessions/session.h>
+
+namespace {
+
+void Require(bool holds, const char* what) {
+  if (!holds) {
+    pxd::Fault(what);
+  }
+}
+
+void Ask(const CZRGSSession& calendar, const CZRDateTime& moment) {
+  for (int period = CZRGSSession::ResetNone; period <= CZRGSSession::ResetYear + 1; ++period) {
+    CZRDateTime open;
+    CZRDateTime close;
+    CZRGSSession::Status status = CZRGSSession::StatusClosed;
+    unsigned long index = 0;
+    unsigned short flags = 0;
+    calendar.GetSessionInfo(static_cast<CZRGSSession::ResetType>(period), moment, open, close,
+                            status, index, flags);
+    Require(status >= CZRGSSession::StatusClosed && status <= CZRGSSession::StatusReset,
+            "a look-up answered with no status");
+  }
+  CZRDateTime open;
+  CZRDateTime close;
+  unsigned long index = 0;
+  calendar.GetNextDailyResetSessionInfo(moment, open, close, index);
+  CZRDateTime back = moment;
+  calendar.GetPreviousDailyResetDateTime(back, 1);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  ZRGS_SESSION session;
+  CZRGSSession::BuildZRGS_SESSIONFromString(text.c_str(), session);
+  if (session.sessions.size() > 512) {
+    return 0;  // a text of that many groups is slow to ask and shows nothing new
+  }
+
+  if (CZRGSSession::IsValid(session) != 0) {
+    CString written;
+    CZRGSSession::BuildStringFromZRGS_SESSION(session, written);
+    ZRGS_SESSION again;
+    CZRGSSession::BuildZRGS_SESSIONFromString(written, again);
+    CString rewritten;
+    CZRGSSession::BuildStringFromZRGS_SESSION(again, rewritten);
+    Require(written == rewritten, "a valid calendar changed on its way through text");
+  }
+
+  const CZRGSSession calendar(session);
+  constexpr std::array<unsigned short, 7> kDays = {0, 35431, 45355, 45356, 45361, 65534, 65535};
+  constexpr std::array<unsigned, 3> kSeconds = {0, 34200, 86399};
+  for (const unsigned short day : kDays) {
+    for (const unsigned second : kSeconds) {
+      Ask(calendar, CZRDateTime(CZRDate(day), CZRTime(second)));
+    }
+  }
+  CString shown;
+  calendar.GetDisplayString(shown);
+
+  std::array<unsigned long, 2> ranges = {};
+  std::array<unsigned char, 2> masks = {};
+  unsigned int count = 0;
+  unsigned short reset = 0;
+  CZRGSSession::BuildUNI_SESSIONFromZRGS_SESSION(session, ranges.data(), masks.data(), count,
+                                                 reset);
+  ZRGS_SESSION rebuilt;
+  CZRGSSession::BuildZRGS_SESSIONFromUNI_SESSION(ranges.data(), masks.data(), count, reset,
+                                                 rebuilt);
+  Require(!rebuilt.sessions.empty(), "the compact form gave an empty calendar");
+
+  CZRGSSession repaired(session);
+  if (repaired.MakeValid()) {
+    Require(CZRGSSession::IsValid(repaired.GetSession()) != 0, "a repaired calendar isn't valid");
+  }
+  repaired.ApplyOffset(static_cast<int>(size) * 61 - 20000);
+  repaired.FilterDribbleInSession();
+  return 0;
+}
