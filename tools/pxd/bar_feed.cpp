@@ -1,0 +1,261 @@
+#include "bar_feed.h"
+
+#include <fmt/format.h>
+
+#include <pxdutil/datapoints/ohlc_bars.h>
+
+#include "resolution_words.h"
+
+namespace pxd::tool {
+namespace {
+
+using Calculated = CDPCDataPtCalculated;
+
+// What all feeds keep: the calendar, the counts, and the latest moment so far.
+class FeedBase : public BarFeed {
+ public:
+  FeedBase(const ZRGS_SESSION& week, PointSink& sink) : m_calendar(week), m_sink(sink) {}
+
+  bool Offer(const CDPTDblDblTick& tick) final {
+    const CZRDateTime moment = tick.GetDPST().GetDateTime();
+    const bool late = m_latest.IsNullDateTime() == 0 && moment < m_latest;
+    if (late) {
+      ++m_counts.late;
+      ++(TakeLate(tick) ? m_counts.taken : m_counts.leftOut);
+      return true;
+    }
+    m_latest = moment;
+    ++(TakeInOrder(tick) ? m_counts.taken : m_counts.outside);
+    return false;
+  }
+
+  [[nodiscard]] FeedCounts Counts() const override { return m_counts; }
+
+ protected:
+  // Whether the tick was taken.
+  virtual bool TakeInOrder(const CDPTDblDblTick& tick) = 0;
+  virtual bool TakeLate(const CDPTDblDblTick&) { return false; }
+
+  void Emit(CDPDataPt& point) {
+    ++m_counts.points;
+    m_sink.Take(point);
+  }
+
+  // The close of the session in which, or in whose dribble window, the moment falls; null where it
+  // falls in none.
+  CZRDateTime SessionCloseAt(const CZRDateTime& moment) const {
+    CZRDateTime open;
+    CZRDateTime close;
+    CZRGSSession::Status status = CZRGSSession::StatusClosed;
+    unsigned long index = 0;
+    m_calendar.GetSessionInfo(CZRGSSession::ResetNone, moment, open, close, status, index);
+    const bool trades = status == CZRGSSession::StatusOpen || status == CZRGSSession::StatusDribble;
+    return trades ? close : CZRDateTime();
+  }
+
+  CZRGSSession m_calendar;
+  PointSink& m_sink;
+  FeedCounts m_counts;
+  CZRDateTime m_latest;
+};
+
+// The caller's loop: offers the point, takes away the bar that it completes, and offers it again.
+// Whether the point was taken.
+template <class Bar, class Emit>
+bool AddToBar(Bar& bar, const CDPDataPt& point, const CResoln& resolution,
+              const CZRGSSession& calendar, Emit emit) {
+  Calculated::TrendType trend = Calculated::TrendUp;
+  auto result = bar.AddDataPt(&point, resolution, calendar, 0, trend, nullptr);
+  if (result == Calculated::AddBarComplete) {
+    if (bar.GetZRDateTime().IsNullDateTime() == 0) {
+      emit(bar);
+    }
+    result = bar.AddDataPt(&point, resolution, calendar, 1, trend, nullptr);
+    if (result == Calculated::AddBarComplete) {
+      bar.SetToNull();  // a daily bar stays as it is over a point in the reset window
+    }
+  }
+  return result == Calculated::AddIncluded || result == Calculated::AddStartedNewBar;
+}
+
+class IntradayFeed final : public FeedBase {
+ public:
+  IntradayFeed(const CResoln& resolution, const ZRGS_SESSION& week, PointSink& sink)
+      : FeedBase(week, sink), m_resolution(resolution) {}
+
+  void Finish() override {
+    if (IsBuilding()) {
+      Emit(m_bar);
+      m_bar.SetToNull();
+    }
+  }
+
+ protected:
+  bool TakeInOrder(const CDPTDblDblTick& tick) override {
+    return AddToBar(m_bar, tick, m_resolution, m_calendar, [this](CDPDataPt& bar) { Emit(bar); });
+  }
+
+  // An empty bar would begin with the tick, though a later bar may have been handed on.
+  bool TakeLate(const CDPTDblDblTick& tick) override {
+    Calculated::TrendType trend = Calculated::TrendUp;
+    return IsBuilding() && m_bar.AddDataPt(&tick, m_resolution, m_calendar, 0, trend, nullptr) ==
+                               Calculated::AddIncluded;
+  }
+
+ private:
+  bool IsBuilding() { return m_bar.GetZRDateTime().IsNullDateTime() == 0; }
+
+  CResoln m_resolution;
+  CDPCDblOHLCUDUT m_bar;
+};
+
+class PeriodFeed final : public BarFeed, private PointSink {
+ public:
+  PeriodFeed(const CResoln& resolution, const ZRGS_SESSION& week, PointSink& sink)
+      : m_resolution(resolution),
+        m_calendar(week),
+        m_sink(sink),
+        m_minutes(CResoln(ZRGS_RESOLUTION{kUnitMinute, 1}), week, *this) {}
+
+  bool Offer(const CDPTDblDblTick& tick) override { return m_minutes.Offer(tick); }
+
+  void Finish() override {
+    m_minutes.Finish();
+    if (m_bar.GetZRDateTime().IsNullDateTime() == 0) {
+      Emit();
+      m_bar.SetToNull();
+    }
+  }
+
+  [[nodiscard]] FeedCounts Counts() const override {
+    FeedCounts counts = m_minutes.Counts();
+    counts.taken -= m_untaken;
+    counts.outside += m_untaken;
+    counts.points = m_points;
+    return counts;
+  }
+
+ private:
+  void Emit() {
+    ++m_points;
+    m_sink.Take(m_bar);
+  }
+
+  // A session may belong to no trading day; its minutes then have no place, nor have their ticks.
+  void Take(CDPDataPt& minute) override {
+    const std::uint64_t ticks = m_minutes.Counts().taken - m_ticksInMinutes;
+    m_ticksInMinutes += ticks;
+    if (!AddToBar(m_bar, minute, m_resolution, m_calendar, [this](CDPDataPt&) { Emit(); })) {
+      m_untaken += ticks;
+    }
+  }
+
+  CResoln m_resolution;
+  CZRGSSession m_calendar;
+  PointSink& m_sink;
+  CDPCDblOHLCUDUTO m_bar;
+  IntradayFeed m_minutes;
+  std::uint64_t m_ticksInMinutes = 0;
+  std::uint64_t m_untaken = 0;
+  std::uint64_t m_points = 0;
+};
+
+class TickSeriesFeed final : public FeedBase {
+ public:
+  using FeedBase::FeedBase;
+  void Finish() override {}
+
+ protected:
+  bool TakeInOrder(const CDPTDblDblTick& tick) override {
+    if (SessionCloseAt(m_latest).IsNullDateTime() != 0) {
+      return false;
+    }
+    CDPTDblDblTick taken = tick;
+    Emit(taken);
+    return true;
+  }
+};
+
+class TickBarFeed final : public FeedBase {
+ public:
+  TickBarFeed(unsigned ticksPerBar, const ZRGS_SESSION& week, PointSink& sink)
+      : FeedBase(week, sink), m_ticksPerBar(ticksPerBar) {}
+
+  void Finish() override {
+    if (m_ticks != 0) {
+      Emit(m_bar);
+      m_bar.SetToNull();
+      m_ticks = 0;
+    }
+  }
+
+ protected:
+  bool TakeInOrder(const CDPTDblDblTick& tick) override {
+    const CZRDateTime close = SessionCloseAt(m_latest);
+    if (close.IsNullDateTime() != 0) {
+      return false;
+    }
+    if (close != m_sessionClose) {
+      Finish();
+      m_sessionClose = close;
+    }
+    Calculated::TrendType trend = Calculated::TrendUp;
+    m_bar.IncludeDataPtData(&tick, trend, nullptr);
+    m_bar.SetZRDateTime(m_latest);
+    if (++m_ticks == m_ticksPerBar) {
+      Finish();
+    }
+    return true;
+  }
+
+ private:
+  unsigned m_ticksPerBar;
+  unsigned m_ticks = 0;
+  CDPCDblOHLCUDUT m_bar;
+  CZRDateTime m_sessionClose;
+};
+
+}  // namespace
+
+bool CanBuild(const CResoln& resolution, const ZRGS_SESSION& week, std::string& error) {
+  const unsigned short unit = resolution.GetResolnUnit();
+  if (unit == kUnitYear) {
+    error =
+        "bars of years can't be built, since the calendar closes no year; expected months or "
+        "shorter";
+    return false;
+  }
+  if (unit < kUnitDay) {
+    return true;
+  }
+  if (resolution.GetResolnQty() != 1) {
+    error = fmt::format(
+        "bars of {} can't be built: a bar closes with every day, week or month; "
+        "expected 1d, 1w or 1mo",
+        ResolutionText(resolution));
+    return false;
+  }
+  if (unit != kUnitWeek && CZRGSSession(week).GetNumResets() == 0) {
+    error =
+        "no session ends a trading day, so that no day closes; expected a session that isn't "
+        "marked part";
+    return false;
+  }
+  return true;
+}
+
+std::unique_ptr<BarFeed> MakeBarFeed(const CResoln& resolution, const ZRGS_SESSION& week,
+                                     PointSink& sink) {
+  if (resolution.GetResolnUnit() >= kUnitDay) {
+    return std::make_unique<PeriodFeed>(resolution, week, sink);
+  }
+  if (resolution.GetResolnUnit() != kUnitTick) {
+    return std::make_unique<IntradayFeed>(resolution, week, sink);
+  }
+  if (resolution.GetResolnQty() == 1) {
+    return std::make_unique<TickSeriesFeed>(week, sink);
+  }
+  return std::make_unique<TickBarFeed>(resolution.GetResolnQty(), week, sink);
+}
+
+}  // namespace pxd::tool

@@ -1,0 +1,192 @@
+#include "moment.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "words.h"
+
+namespace pxd::tool {
+namespace {
+
+constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// Takes exactly `digits` digits off the front of `text`.
+std::optional<unsigned> TakeNumber(std::string_view& text, std::size_t digits) {
+  if (text.size() < digits || !std::all_of(text.begin(), text.begin() + static_cast<int>(digits),
+                                           [](char c) { return IsDigit(c); })) {
+    return std::nullopt;
+  }
+  unsigned value = 0;
+  for (const char c : text.substr(0, digits)) {
+    value = value * 10 + static_cast<unsigned>(c - '0');
+  }
+  text.remove_prefix(digits);
+  return value;
+}
+
+bool TakeChar(std::string_view& text, char wanted) {
+  if (text.empty() || text.front() != wanted) {
+    return false;
+  }
+  text.remove_prefix(1);
+  return true;
+}
+
+std::optional<CZRDate> TakeDate(std::string_view& text) {
+  std::string_view rest = text;
+  const auto year = TakeNumber(rest, 4);
+  const bool dashed = TakeChar(rest, '-');
+  const auto month = TakeNumber(rest, 2);
+  if (dashed && !TakeChar(rest, '-')) {
+    return std::nullopt;
+  }
+  const auto day = TakeNumber(rest, 2);
+  if (!year || !month || !day) {
+    return std::nullopt;
+  }
+  const CZRDate date(*month, *day, *year);
+  if (date == CZRDate()) {
+    return std::nullopt;
+  }
+  text = rest;
+  return date;
+}
+
+// Hours with one digit are common in what spreadsheets write.
+std::optional<unsigned> TakeHour(std::string_view& text) {
+  return text.size() > 1 && text[1] == ':' ? TakeNumber(text, 1) : TakeNumber(text, 2);
+}
+
+std::optional<CZRTime> TakeTime(std::string_view& text) {
+  std::string_view rest = text;
+  const auto hour = TakeHour(rest);
+  if (!hour || !TakeChar(rest, ':')) {
+    return std::nullopt;
+  }
+  const auto minute = TakeNumber(rest, 2);
+  if (!minute) {
+    return std::nullopt;
+  }
+  unsigned second = 0;
+  if (TakeChar(rest, ':')) {
+    const auto seconds = TakeNumber(rest, 2);
+    if (!seconds) {
+      return std::nullopt;
+    }
+    second = *seconds;
+    if (TakeChar(rest, '.') || TakeChar(rest, ',')) {
+      const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
+      if (digits == 0) {
+        return std::nullopt;
+      }
+      rest.remove_prefix(digits);
+    }
+  }
+  const CZRTime time(*hour, *minute, second);
+  if (time == CZRTime()) {
+    return std::nullopt;
+  }
+  text = rest;
+  return time;
+}
+
+bool IsZone(std::string_view text) {
+  if (text.empty() || EqualNoCase(text, "Z")) {
+    return true;
+  }
+  if (!TakeChar(text, '+') && !TakeChar(text, '-')) {
+    return false;
+  }
+  const auto hours = TakeNumber(text, 2);
+  TakeChar(text, ':');
+  return hours && (text.empty() || (TakeNumber(text, 2) && text.empty()));
+}
+
+constexpr std::int64_t kDay = kSecondsPerDay;
+
+}  // namespace
+
+std::optional<CZRDate> ReadDate(std::string_view text) {
+  const auto date = TakeDate(text);
+  return text.empty() ? date : std::nullopt;
+}
+
+std::optional<CZRTime> ReadTime(std::string_view text) {
+  const auto time = TakeTime(text);
+  return time && IsZone(text) ? time : std::nullopt;
+}
+
+std::optional<CZRDateTime> ReadDateTime(std::string_view text) {
+  const auto date = TakeDate(text);
+  if (!date) {
+    return std::nullopt;
+  }
+  if (text.empty()) {
+    return CZRDateTime(*date, CZRTime(0U));
+  }
+  if (!TakeChar(text, ' ') && !TakeChar(text, 'T') && !TakeChar(text, 't')) {
+    return std::nullopt;
+  }
+  const auto time = ReadTime(text);
+  return time ? std::optional(CZRDateTime(*date, *time)) : std::nullopt;
+}
+
+std::optional<std::int32_t> ReadShift(std::string_view text) {
+  const bool back = !text.empty() && text.front() == '-';
+  if (!TakeChar(text, '+') && !TakeChar(text, '-')) {
+    return std::nullopt;
+  }
+  const auto time = TakeTime(text);
+  if (!time || !text.empty()) {
+    return std::nullopt;
+  }
+  const auto seconds = static_cast<std::int32_t>(time->GetTime());
+  return back ? -seconds : seconds;
+}
+
+std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t seconds) {
+  std::int64_t day = moment.GetDate().GetJulianDate();
+  std::int64_t second = std::int64_t{moment.GetTime().GetTime()} + seconds;
+  day += second / kDay;
+  second %= kDay;
+  if (second < 0) {
+    second += kDay;
+    --day;
+  }
+  if (day < 0 || day >= CZRDate::GetNullJulianDate()) {
+    return std::nullopt;
+  }
+  const CZRDateTime moved(CZRDate(static_cast<unsigned short>(day)),
+                          CZRTime(static_cast<unsigned>(second)));
+  return IsInCalendarYears(moved) ? std::optional(moved) : std::nullopt;
+}
+
+bool IsInCalendarYears(const CZRDateTime& moment) {
+  return moment.GetDate() >= CZRDate(3, 1, 1900) && moment.GetDate() <= CZRDate(3, 31, 2079);
+}
+
+std::string DateText(const CZRDate& date) {
+  if (date == CZRDate()) {
+    return "null";
+  }
+  return fmt::format("{:04}-{:02}-{:02}", date.GetYear(), date.GetMonth(), date.GetDay());
+}
+
+std::string TimeText(const CZRTime& time) {
+  if (time.GetTime() >= kSecondsPerDay) {
+    return time == CZRTime() ? "null" : fmt::format("{}", time.GetTime());
+  }
+  return fmt::format("{:02}:{:02}:{:02}", time.GetHour(), time.GetMinute(), time.GetSecond());
+}
+
+std::string MomentText(const CZRDateTime& moment) {
+  if (moment.IsNullDateTime() != 0) {
+    return "null";
+  }
+  return DateText(moment.GetDate()) + ' ' + TimeText(moment.GetTime());
+}
+
+}  // namespace pxd::tool

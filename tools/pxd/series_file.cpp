@@ -1,0 +1,112 @@
+#include "series_file.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include <pxdutil/datapoints/ohlc_bars.h>
+#include <pxdutil/datapoints/old_bars.h>
+#include <pxdutil/datapoints/ticks.h>
+
+#include "failure.h"
+#include "resolution_words.h"
+
+namespace pxd::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void FailWith(const std::string& path, const std::string& what) {
+  throw Failure(kExitBadData, fmt::format("{}: {}", path, what));
+}
+
+}  // namespace
+
+std::unique_ptr<CDPDataPt> MakePoint(const CResoln& resolution) {
+  if (resolution.GetResolnUnit() >= kUnitDay) {
+    return std::make_unique<CDPCDblOHLCUDUTO>();
+  }
+  if (resolution.GetResolnUnit() == kUnitTick && resolution.GetResolnQty() == 1) {
+    return std::make_unique<CDPTDblDblTick>();
+  }
+  return std::make_unique<CDPCDblOHLCUDUT>();
+}
+
+std::unique_ptr<CDPDataPt> MakeOldPoint(const CResoln& resolution) {
+  if (resolution.GetResolnUnit() >= kUnitDay) {
+    return std::make_unique<CDPCDblOHLCUDUTOOld>();
+  }
+  if (resolution.GetResolnUnit() == kUnitTick && resolution.GetResolnQty() == 1) {
+    return nullptr;
+  }
+  return std::make_unique<CDPCDblOHLCUDUTOld>();
+}
+
+std::uint64_t StoredSize(CDPDataPt& point) {
+  CMemFile file;
+  CArchive archive(&file, CArchive::store);
+  point.Serialize(archive);
+  archive.Close();
+  return file.GetLength();
+}
+
+SeriesWriter::SeriesWriter(const std::string& path) : m_file(path) {
+  m_archive.emplace(&m_file.File(), CArchive::store);
+}
+
+void SeriesWriter::Append(CDPDataPt& point) {
+  m_file.Guarded([&] { point.Serialize(*m_archive); });
+}
+
+void SeriesWriter::Finish() {
+  m_file.Guarded([this] { m_archive->Close(); });
+  m_file.Finish();
+}
+
+SeriesReader::SeriesReader(const std::string& path, const CResoln& resolution, bool old)
+    : m_path(path), m_point(MakePoint(resolution)) {
+  if (old) {
+    m_old = MakeOldPoint(resolution);
+    if (m_old == nullptr) {
+      throw Failure(kExitBadUsage,
+                    "ticks have no old format; expected --old with a resolution of "
+                    "bars");
+    }
+  }
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    FailWith(path, fs::is_directory(status) ? "is a directory; expected a stored series"
+                                            : "is no regular file; expected a stored series");
+  }
+  CFileException failed;
+  if (m_file.Open(path.c_str(), CFile::modeRead | CFile::typeBinary, &failed) == 0) {
+    FailWith(path, "can't be read: " + WordsOf(new CFileException(failed.m_cause)));
+  }
+  m_recordSize = StoredSize(old ? *m_old : *m_point);
+  m_records = m_file.GetLength() / m_recordSize;
+  m_rest = m_file.GetLength() % m_recordSize;
+  m_archive.emplace(&m_file, CArchive::load);
+}
+
+CDPDataPt* SeriesReader::Next() {
+  if (m_read == m_records) {
+    return nullptr;
+  }
+  try {
+    if (m_old != nullptr) {
+      m_old->Serialize(*m_archive);
+      m_point->SetEqualTo(m_old.get());
+    } else {
+      m_point->Serialize(*m_archive);
+    }
+  } catch (CException* exception) {
+    // The file became shorter meanwhile, or the disk failed.
+    FailWith(m_path, fmt::format("can't be read behind record {}: {}", m_read, WordsOf(exception)));
+  }
+  ++m_read;
+  return m_point.get();
+}
+
+}  // namespace pxd::tool

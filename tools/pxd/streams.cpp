@@ -1,0 +1,61 @@
+#include "streams.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "failure.h"
+
+namespace pxd::tool {
+namespace {
+
+[[noreturn]] void FailToWrite() {
+  throw Failure(kExitBadData, "standard output can't be written: " + WordsOf(errno));
+}
+
+}  // namespace
+
+Input::Input(const std::string& path) : m_name(path == "-" ? "standard input" : path) {
+  if (path == "-") {
+    m_stream.reset(stdin);
+    return;
+  }
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) {
+    throw Failure(kExitBadData, path + ": is a directory; expected a file to read");
+  }
+  m_stream.reset(std::fopen(path.c_str(), "rb"));
+  if (m_stream == nullptr) {
+    throw Failure(kExitBadData, fmt::format("{}: can't be read: {}", path, WordsOf(errno)));
+  }
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  m_size = error ? 0 : size;
+}
+
+std::size_t Input::Read(char* buffer, std::size_t size) {
+  const std::size_t count = std::fread(buffer, 1, size, m_stream.get());
+  if (count == 0 && std::ferror(m_stream.get()) != 0) {
+    throw Failure(kExitBadData, fmt::format("{}: can't be read: {}", m_name, WordsOf(errno)));
+  }
+  return count;
+}
+
+void Output::Write(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+    FailToWrite();
+  }
+}
+
+void Output::Finish() {
+  if (std::fflush(stdout) != 0) {
+    FailToWrite();
+  }
+}
+
+void Say(std::string_view text) {
+  fmt::print(stderr, "pxd: {}\n", text);
+}
+
+}  // namespace pxd::tool

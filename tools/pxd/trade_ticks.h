@@ -1,0 +1,40 @@
+// Turns trades into the library's ticks, by the road that a server's trades take: a quote with one
+// field a value, from which the tick fills itself.
+#ifndef PXDUTIL_TOOLS_PXD_TRADE_TICKS_H
+#define PXDUTIL_TOOLS_PXD_TRADE_TICKS_H
+
+#include <pxdutil/datapoints/ticks.h>
+#include <pxdutil/quotes/quote.h>
+
+#include "trades_csv.h"
+
+namespace pxd::tool {
+
+// Opens the pool of quote fields for as long as it lives. One in a program, around all quotes.
+class QuotePool {
+ public:
+  QuotePool() { CZRGSQuote::Init(); }
+  ~QuotePool() { CZRGSQuote::UnInit(); }
+  QuotePool(const QuotePool&) = delete;
+  QuotePool& operator=(const QuotePool&) = delete;
+};
+
+// Needs a QuotePool around it. Once warm it takes no memory.
+class TradeTicks {
+ public:
+  // The trade as a tick of this object's, valid until the next call. Its tick word is 1 where the
+  // price is above the one before, -1 where it is below, and that of the trade before where it is
+  // the same; the first trade counts up.
+  const CDPTDblDblTick& TickOf(const Trade& trade);
+
+ private:
+  CZRGSQuote m_quote;
+  CDPTDblDblTick m_tick;
+  bool m_isFirst = true;
+  double m_lastPrice = 0.0;
+  long m_direction = 1;
+};
+
+}  // namespace pxd::tool
+
+#endif
