@@ -151,20 +151,20 @@ TEST(BarFeed, AnOvernightDayRunsOverMidnight) {
                              {{"2024-03-03 18:00:00", 10, 1},
                               {"2024-03-04 03:00:00", 12, 1},
                               {"2024-03-04 16:59:59", 11, 1},
-                              {"2024-03-04 17:30:00", 50, 1},
+                              {"2024-03-04 17:30:00", 50, 1},  // outside, yet the last price
                               {"2024-03-04 18:00:00", 13, 1}});
   EXPECT_EQ(result.lines,
             (std::vector<std::string>{"2024-03-04 17:00:00 10 12 10 11 2 1 0 3 2 1 0 3 0",
-                                      "2024-03-05 17:00:00 13 13 13 13 1 0 0 1 1 0 0 1 0"}));
+                                      "2024-03-05 17:00:00 13 13 13 13 0 1 0 1 0 1 0 1 0"}));
 }
 
 TEST(BarFeed, ALunchBreakLeavesOneDay) {
   const char* const tokyo = "Mon-Fri 09:00-11:30 part; Mon-Fri 12:30-15:00";
   const std::vector<Row> rows = {{"2024-03-04 11:29:00", 10, 1},
-                                 {"2024-03-04 12:00:00", 99, 1},
+                                 {"2024-03-04 12:00:00", 99, 1},  // in the break
                                  {"2024-03-04 12:30:00", 11, 1}};
   EXPECT_EQ(Feed("1d", tokyo, rows).lines,
-            (std::vector<std::string>{"2024-03-04 15:00:00 10 11 10 11 2 0 0 2 2 0 0 2 0"}));
+            (std::vector<std::string>{"2024-03-04 15:00:00 10 11 10 11 1 1 0 2 1 1 0 2 0"}));
   EXPECT_EQ(Feed("1d", tokyo, rows).counts.outside, 1U);
 }
 
@@ -235,7 +235,7 @@ TEST(BarFeed, ALateTradeIsTakenIntoTheBarBeingBuiltAndElseLeftOut) {
   const Result minutes = Feed("1m", kStocks, rows);
   EXPECT_EQ(minutes.lines,
             (std::vector<std::string>{"2024-03-04 09:31:00 10 10 10 10 1 0 0 1 1 0 0 1",
-                                      "2024-03-04 09:32:00 11 14 11 12 3 0 0 3 3 0 0 3"}));
+                                      "2024-03-04 09:32:00 11 14 11 12 2 1 0 3 2 1 0 3"}));
   EXPECT_EQ(minutes.counts.late, 3U);
   EXPECT_EQ(minutes.counts.leftOut, 2U);
   EXPECT_EQ(minutes.counts.taken, 4U);

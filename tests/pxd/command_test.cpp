@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,7 +21,9 @@ namespace fs = std::filesystem;
 
 std::string ReadFile(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
 }
 
 struct Ran {
@@ -135,7 +139,7 @@ TEST_F(Command, BadUsageIsToldInOneLineWithStatus2) {
     std::string words;
   } kRows[] = {
       {"", "A subcommand is required"},
-      {"nonsense", "nonsense"},
+      {"nonsense", "\"nonsense\" is no command; expected bars, show, sessions or sample"},
       {"bars", "TRADES is required"},
       {"bars t.csv --resolution 1m", "--sessions is required"},
       {"bars t.csv" + sessions, "--resolution is required"},

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -106,8 +107,10 @@ Built Build(const std::string& path, const std::string& sessions, const TradeOpt
   TradesCsv csv(options, road);
   std::ifstream file(path, std::ios::binary);
   EXPECT_TRUE(file) << path;
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_TRUE(csv.Feed(text) && csv.Finish()) << path << ':' << csv.ErrorLine() << csv.Error();
+  std::ostringstream text;
+  text << file.rdbuf();
+  EXPECT_TRUE(csv.Feed(text.str()) && csv.Finish())
+      << path << ':' << csv.ErrorLine() << csv.Error();
   feed->Finish();
   return {bars.all, feed->Counts(), road.volume};
 }

@@ -37,7 +37,7 @@ class Trades final : public TradeSink {
   [[nodiscard]] std::size_t Count(const CZRDateTime& from, const CZRDateTime& to) const {
     std::size_t count = 0;
     for (const Trade& trade : all) {
-      count += trade.when >= from && trade.when < to ? 1 : 0;
+      count += trade.when >= from && trade.when < to ? 1U : 0U;
     }
     return count;
   }

@@ -294,7 +294,7 @@ TEST(TradesCsv, BinaryGarbageIsRefusedInOneLine) {
     state = state * 1664525 + 1013904223;
     garbage += static_cast<char>(state >> 24);
   }
-  for (const std::size_t start : {0, 1, 17, 4096}) {
+  for (const std::size_t start : {0U, 1U, 17U, 4096U}) {
     const Outcome outcome = Read(garbage.substr(start));
     EXPECT_NE(outcome.error, "");
     EXPECT_EQ(outcome.error.find('\n'), std::string::npos);

@@ -141,8 +141,8 @@ TEST(ResolutionWords, BothFormsAreRead) {
 }
 
 TEST(ResolutionWords, WhatTheLibraryWritesIsReadBack) {
-  for (unsigned short unit = 1; unit <= 7; ++unit) {
-    for (const unsigned short quantity : {1, 2, 60}) {
+  for (std::uint16_t unit = 1; unit <= 7; ++unit) {
+    for (const std::uint16_t quantity : std::initializer_list<std::uint16_t>{1, 2, 60}) {
       const CResoln resolution(ZRGS_RESOLUTION{unit, quantity});
       CResoln back;
       std::string error;

@@ -11,6 +11,7 @@
 #include "commands/commands.h"
 #include "failure.h"
 #include "streams.h"
+#include "words.h"
 
 namespace pxd::tool {
 namespace {
@@ -27,6 +28,10 @@ int AnswerOf(const CLI::App& app, const CLI::ParseError& error) {
     output.Write(version ? std::string(error.what()) + '\n' : app.help());
     output.Finish();
     return kExitOk;
+  }
+  if (const auto rest = app.remaining(); app.get_subcommands().empty() && !rest.empty()) {
+    Say(fmt::format("{} is no command; expected bars, show, sessions or sample", Quoted(rest[0])));
+    return kExitBadUsage;
   }
   std::string words = error.what();
   while (!words.empty() && words.back() == '\n') {

@@ -24,7 +24,8 @@ class TradeTicks {
  public:
   // The trade as a tick of this object's, valid until the next call. Its tick word is 1 where the
   // price is above the one before, -1 where it is below, and that of the trade before where it is
-  // the same; the first trade counts up.
+  // the same; the first trade counts up. Every trade has a say in the next one's direction, also
+  // one that no session takes.
   const CDPTDblDblTick& TickOf(const Trade& trade);
 
  private:
