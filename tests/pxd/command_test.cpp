@@ -349,6 +349,8 @@ TEST_F(Command, FilesThatCantBeReadOrWrittenAreToldInOneLine) {
       {"bars t.csv -o folder" + options, "folder: is a directory; expected a file to write"},
       {"bars t.csv -o none/b" + options, "none/b: can't be written: no such file"},
       {"bars t.csv -o t.csv/b" + options, "t.csv/b: can't be written: not a path to a file"},
+      {"bars -" + options + "<folder", "standard input: can't be read: Is a directory"},
+      {"show /dev/null --resolution 1m", "/dev/null: is no regular file; expected a stored series"},
       {"show none --resolution 1m", "none: can't be read: no such file"},
       {"show folder --resolution 1m", "folder: is a directory; expected a stored series"},
       {"sample -o folder", "folder: is a directory; expected a file to write"},
@@ -400,6 +402,25 @@ TEST_F(Command, AFolderThatMayNotBeWrittenIsTold) {
   const Ran ran = Run("sample -o locked/s.csv");
   EXPECT_EQ(ran.status, 1);
   EXPECT_EQ(ran.err, "pxd: locked/s.csv: can't be written: access denied\n");
+}
+
+TEST_F(Command, ATerminalSeesHowFarItIs) {
+  // An input that takes its time: the bar waits half a second before it first shows.
+  const std::string feed =
+      "(printf 'date,time,price,volume\\n2024-03-04,09:30,1,1\\n'; sleep 1; "
+      "printf '2024-03-04,09:31,1,1\\n')";
+  if (std::system("script -qec true /dev/null >/dev/null 2>&1") != 0) {
+    GTEST_SKIP() << "there is no program to open a terminal with";
+  }
+  Write("run.sh", feed + " | '" + PXD_PROGRAM +
+                      "' bars - --sessions 'daily 00:00-24:00' --resolution 1m >bars.txt\n");
+  const std::string command = "cd '" + m_folder.string() +
+                              "' && script -qec 'sh run.sh' /dev/null </dev/null >screen.txt 2>&1";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  const std::string screen = Contents("screen.txt");
+  EXPECT_NE(screen.find("\r\x1b[K2 trades"), std::string::npos) << screen;
+  EXPECT_LT(screen.find("2 trades\r\x1b[K"), screen.find("trades read")) << "wiped out at the end";
+  EXPECT_EQ(Contents("bars.txt").find('\x1b'), std::string::npos);
 }
 
 TEST_F(Command, ALinkIsWrittenThrough) {

@@ -205,6 +205,17 @@ TEST(SessionWords, MoreSessionsThanACalendarHoldsAreRefused) {
   EXPECT_EQ(ErrorOf(text), "there are more than 256 sessions");
 }
 
+TEST(SessionWords, TheMachineFormHoldsNoMoreEither) {
+  std::string groups;
+  for (int session = 0; session < 257; ++session) {
+    groups += (session == 0 ? "" : ";") + std::to_string(2 * session) + "," +
+              std::to_string(2 * session + 1) + ",0,0,1";
+  }
+  EXPECT_EQ(ErrorOf("257:" + groups), "there are 257 sessions; expected 1 to 256");
+  const std::string most = groups.substr(0, groups.rfind(';'));
+  EXPECT_EQ(Machine("256:" + most), "256:" + most);
+}
+
 TEST(SessionWords, SessionsReadAsPeopleSayThem) {
   ZRGS_SESSION_INFO session;
   session.OpenMinute = 2010;
