@@ -67,7 +67,7 @@ std::optional<Days> ReadDays(std::string_view text) {
 // A minute of the day from HH:MM; 24:00 is its end.
 std::optional<std::uint32_t> ReadMinute(std::string_view text) {
   const std::size_t colon = text.find(':');
-  if (colon == std::string_view::npos || colon > 2 || text.size() - colon != 3) {
+  if (colon > 2 || text.size() - colon != 3) {
     return std::nullopt;
   }
   const auto hour = WholeNumber(text.substr(0, colon), 24U);
