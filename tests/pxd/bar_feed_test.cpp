@@ -13,8 +13,7 @@
 #include <tools/pxd/series_file.h>
 #include <tools/pxd/session_words.h>
 #include <tools/pxd/trade_ticks.h>
-
-#include "allocation_count.h"
+#include "tests/support/allocation_counter.h"
 
 using namespace pxd::tool;
 
@@ -300,7 +299,7 @@ TEST(BarFeed, SomeResolutionsCantBeBuilt) {
 }
 
 // What all the trades of one second of text take from the heap, read and built.
-std::uint64_t AllocationsFor(const std::string& resolution, int trades) {
+std::size_t AllocationsFor(const std::string& resolution, int trades) {
   std::string text = "date,time,price,volume\n";
   for (int i = 0; i < trades; ++i) {
     text += "2024-03-04,09:30:00." + std::to_string(i) + ",1" + std::to_string(i % 7) + ".25,100\n";
@@ -321,15 +320,16 @@ std::uint64_t AllocationsFor(const std::string& resolution, int trades) {
   const auto feed = MakeBarFeed(Resolution(resolution), Week(kStocks), discard);
   Road road(*feed);
   TradesCsv csv({}, road);
-  const std::uint64_t before = AllocationCount();
+  const pxd::test::AllocationCounter counter;
   EXPECT_TRUE(csv.Feed(text) && csv.Finish());
   feed->Finish();
-  return AllocationCount() - before;
+  return counter.Count();
 }
 
 TEST(BarFeed, ATradeTakesNoMemoryOnceWarm) {
   for (const char* resolution : {"1t", "5t", "1s", "1m", "1d", "1mo"}) {
-    const std::uint64_t few = AllocationsFor(resolution, 100);
+    AllocationsFor(resolution, 100);  // what is made once in a process is made here
+    const std::size_t few = AllocationsFor(resolution, 100);
     EXPECT_GT(few, 0U) << "the counter counts";
     EXPECT_EQ(AllocationsFor(resolution, 10000), few) << resolution;
   }

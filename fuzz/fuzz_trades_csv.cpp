@@ -1,0 +1,121 @@
+// Reads trades from CSV, in one piece and in many, and builds bars of them.
+//
+// The input's first byte says how large the pieces are and whether bad rows are skipped; the rest
+// is the file. However the bytes are cut, the trades, the counts and the words of an error are the
+// same.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <pxdutil/foundation/fault.h>
+#include <pxdutil/quotes/quote.h>
+#include <tools/pxd/bar_feed.h>
+#include <tools/pxd/trade_ticks.h>
+#include <tools/pxd/trades_csv.h>
+
+namespace {
+
+using namespace pxd::tool;
+
+void Require(bool holds, const char* what) {
+  if (!holds) {
+    pxd::Fault(what);
+  }
+}
+
+struct Outcome {
+  bool good = false;
+  std::vector<Trade> trades;
+  std::uint64_t badRows = 0;
+  std::uint64_t errorLine = 0;
+  std::string error;
+
+  friend bool operator==(const Outcome& a, const Outcome& b) {
+    const auto same = [](const Trade& x, const Trade& y) {
+      return x.when == y.when && x.price == y.price && x.volume == y.volume && x.line == y.line;
+    };
+    return a.good == b.good && a.badRows == b.badRows && a.error == b.error &&
+           (a.good || a.errorLine == b.errorLine) &&
+           std::equal(a.trades.begin(), a.trades.end(), b.trades.begin(), b.trades.end(), same);
+  }
+};
+
+class Collect final : public TradeSink {
+ public:
+  explicit Collect(std::vector<Trade>& trades) : m_trades(trades) {}
+  void Take(const Trade& trade) override { m_trades.push_back(trade); }
+
+ private:
+  std::vector<Trade>& m_trades;
+};
+
+Outcome ReadInPieces(std::string_view text, std::size_t piece, bool skipBad) {
+  Outcome outcome;
+  Collect sink(outcome.trades);
+  TradeOptions options;
+  options.skipBad = skipBad;
+  TradesCsv csv(options, sink);
+  bool good = true;
+  while (good && !text.empty()) {
+    good = csv.Feed(text.substr(0, piece));
+    text.remove_prefix(std::min(piece, text.size()));
+  }
+  outcome.good = good && csv.Finish();
+  outcome.badRows = csv.BadRows();
+  if (!outcome.good) {
+    outcome.error = csv.Error();
+    outcome.errorLine = csv.ErrorLine();
+    Require(!outcome.error.empty(), "a bad file wasn't explained");
+  }
+  return outcome;
+}
+
+class CountVolume final : public PointSink {
+ public:
+  void Take(CDPDataPt& point) override {
+    Require(point.IsNull() == 0 || point.HasNullPrice() != 0, "a null bar was handed on");
+    const CZRDateTime stamp = point.GetZRDateTime();
+    Require(m_last.IsNullDateTime() != 0 || m_last <= stamp, "bars went back in time");
+    m_last = stamp;
+  }
+
+ private:
+  CZRDateTime m_last;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) {
+    return 0;
+  }
+  const std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
+  const bool skipBad = (data[0] & 0x80) != 0;
+  const std::size_t piece = (data[0] & 0x7FU) + std::size_t{1};
+  const Outcome whole = ReadInPieces(text, text.size() + 1, skipBad);
+  Require(whole == ReadInPieces(text, piece, skipBad), "where the bytes are cut made a difference");
+
+  ZRGS_SESSION week;
+  CZRGSSession::BuildZRGS_SESSIONFromString(
+      "5:2010,2400,30,10,1;3450,3840,30,10,1;4890,5280,30,10,1;6330,6720,30,10,1;7770,8160,30,10,1",
+      week);
+  CZRGSQuote::Init();
+  {
+    CountVolume sink;
+    TradeTicks ticks;
+    const auto feed = MakeBarFeed(CResoln(ZRGS_RESOLUTION{3, 1}), week, sink);
+    for (const Trade& trade : whole.trades) {
+      feed->Offer(ticks.TickOf(trade));
+    }
+    feed->Finish();
+    const FeedCounts counts = feed->Counts();
+    Require(counts.taken + counts.outside + counts.leftOut == whole.trades.size(),
+            "a trade went missing");
+  }
+  CZRGSQuote::UnInit();
+  return 0;
+}
