@@ -42,7 +42,7 @@ int CDPDataPt::HasDblValDifferenceGreaterThan(double, CDPDataPt*) const {
 }
 
 void CDPDataPt::SetToNull() {
-  m_Flags &= kLastingFlag;
+  ClearFlags();
 }
 
 bool CDPDataPt::IsAnEndOfMinuteTick() const {

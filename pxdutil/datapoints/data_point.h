@@ -134,6 +134,9 @@ class PXDUTIL_API CDPDataPt : public CObject {
   // Flags belong to the object and not to its value: assignment leaves them.
   CDPDataPt& operator=(const CDPDataPt&) { return *this; }
 
+  // Clears all flags but kLastingFlag.
+  void ClearFlags() { m_Flags &= kLastingFlag; }
+
   // The callers' flag bits.
   std::uint8_t m_Flags = 0;
 };

@@ -87,7 +87,7 @@ void CDPCDblOHLCUDUT::SetEqualTo(CDPDataPt* other) {
 void CDPCDblOHLCUDUT::SetToNull() {
   m_Record.SetToNull();
   ResetPrevDailyRec();
-  CDPDataPt::SetToNull();
+  ClearFlags();
 }
 
 bool CDPCDblOHLCUDUT::TickNetted(CDPDataPt* tick, TrendType& trend) {
@@ -172,5 +172,5 @@ void CDPCDblOHLCUDUTO::SetEqualTo(CDPDataPt* other) {
 void CDPCDblOHLCUDUTO::SetToNull() {
   m_Record.SetToNull();
   ResetPrevDailyRec();
-  CDPDataPt::SetToNull();
+  ClearFlags();
 }

@@ -77,7 +77,7 @@ void CDPTDblDblTick::SetValues(float price, long volume, long tickDir) {
 void CDPTDblDblTick::GetDPValueInfoForCol(unsigned int col, CField field,
                                           CDPValueInfo& info) const {
   const CZRListEx<CField>& parts = CatalogueEntryOf(field).GetAtomicFieldIDList();
-  const POSITION at = parts.FindIndex(static_cast<std::ptrdiff_t>(col));
+  POSITION at = parts.FindIndex(static_cast<std::ptrdiff_t>(col));
   if (at == nullptr) {
     pxd::Fault("a tick's column lies beyond the atomic list of its field");
   }

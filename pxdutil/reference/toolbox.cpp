@@ -11,8 +11,8 @@ constexpr std::uint16_t kReflectedPolynomial = 0xA001;
 // Entry n is what eight steps of the division make of the byte n.
 constexpr std::array<std::uint16_t, 256> MakeTable() {
   std::array<std::uint16_t, 256> table{};
-  for (std::uint16_t n = 0; n < table.size(); ++n) {
-    std::uint16_t value = n;
+  for (std::size_t n = 0; n < table.size(); ++n) {
+    auto value = static_cast<std::uint16_t>(n);
     for (int bit = 0; bit < 8; ++bit) {
       const bool carries = (value & 1U) != 0;
       value = static_cast<std::uint16_t>(value >> 1);

@@ -239,6 +239,7 @@ class PXDUTIL_API CZRGSSession : public CObject {
   void UnwrapMinutes();
   void WrapMinutes();
   // Copies both lists into the working copy, m_normalized brought up first with `normalize` 1.
+  // NOLINTNEXTLINE(bugprone-reserved-identifier): the operation has always had this name
   CZRGSSession& _Set_local(unsigned long normalize) const;
 
   // 1 when m_normalized was made from m_sessions; no edit takes it back.

@@ -35,7 +35,7 @@ std::string Grouped(std::uint64_t number) {
 }
 
 std::string ProgressText(std::uint64_t done, std::uint64_t total, std::uint64_t trades) {
-  const std::string count = Grouped(trades) + " trades";
+  std::string count = Grouped(trades) + " trades";
   if (total == 0) {
     return count;
   }

@@ -91,6 +91,8 @@ class PXDUTIL_API RecordPoint : public Base {
   void SetDPST(const Record& record) { m_Record = record; }
   // The record as it stands in the point.
   [[nodiscard]] const Record& GetDPST() const { return m_Record; }
+  // The class that users see, and not this base, is what an assignment gives.
+  // NOLINTNEXTLINE(misc-unconventional-assign-operator)
   Self& operator=(const Record& record) {
     m_Record = record;
     return static_cast<Self&>(*this);
