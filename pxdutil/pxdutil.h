@@ -42,6 +42,9 @@
 #include <pxdutil/datapoints/short_bars.h>
 #include <pxdutil/datapoints/ticks.h>
 
+#include <pxdutil/history/field_resolution.h>
+#include <pxdutil/history/history_settings.h>
+
 #include <pxdutil/version.h>
 
 #endif
