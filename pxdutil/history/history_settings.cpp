@@ -17,7 +17,7 @@ PXDUTIL_DEFINE_RUNTIME_CLASS(CHistorySettingsTemplate, CObject, kNoSchema,
 namespace {
 
 using Line = ZRGS_FIELD_HISTORY_SETTINGS;
-using Lines = std::span<const Line>;
+using LineSpan = std::span<const Line>;
 
 constexpr int kMaxLines = 30;
 static_assert(sizeof(ZRGS_HISTORY_SETTINGS::settings) == kMaxLines * sizeof(Line));
@@ -50,9 +50,9 @@ constexpr Line kTradesAlone[] = {kTradeDays, kTradeMinutes, kTradeTicks};
 constexpr Line kTradeDaysAlone[] = {kTradeDays};
 
 // By kind of symbol.
-constexpr std::array<Lines, 9> kDefaults = {
+constexpr std::array<LineSpan, 9> kDefaults = {
     kTicksAndMinutes, kDaysAndMinutes, kTicksAndMinutes, kDaysAndMinutes, kTradesAlone,
-    Lines(),          kTradeDaysAlone, kTradeDaysAlone,  kDaysAndMinutes,
+    LineSpan(),       kTradeDaysAlone, kTradeDaysAlone,  kDaysAndMinutes,
 };
 
 void RequireLine(int index) {
@@ -99,7 +99,7 @@ void CHistorySettings::SetCount(int count) {
   m_HS.bCount = static_cast<std::uint8_t>(count << kCountShift | (m_HS.bCount & kHostBits));
 }
 
-Lines CHistorySettings::Lines() const {
+LineSpan CHistorySettings::Lines() const {
   return {m_HS.settings, static_cast<std::size_t>(GetCount())};
 }
 
@@ -233,7 +233,7 @@ void CHistorySettings::CreateDefaultSettingsFDCN() {
 }
 
 // Days that were set stay, also where they are fewer.
-void CHistorySettings::AddMissing(std::span<const ZRGS_FIELD_HISTORY_SETTINGS> lines) {
+void CHistorySettings::AddMissing(LineSpan lines) {
   for (const Line& line : lines) {
     if (HasFieldResolutionSetting(line) < 0) {
       AddSetting(line);

@@ -1,6 +1,4 @@
 // Which fields a table needs, and what of a quote it puts into the quote file.
-#include <cstring>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
