@@ -7,6 +7,10 @@
 
 #include <atomic>
 
+#if defined(_MSC_VER)
+#include <intrin.h>
+#endif
+
 namespace pxd {
 
 class SpinMutex {
@@ -38,8 +42,19 @@ class SpinMutex {
                                            std::memory_order_relaxed);
   }
 
+  // Tells the processor that this is a waiting loop, so that the other thread gets the cache line
+  // and the pipeline.
+  static void Pause() noexcept {
+#if defined(__i386__) || defined(__x86_64__)
+    __builtin_ia32_pause();
+#elif defined(_MSC_VER)
+    _mm_pause();
+#endif
+  }
+
   void LockContended() noexcept {
     for (int spin = 0; spin < kSpinCount; ++spin) {
+      Pause();
       if (m_state.load(std::memory_order_relaxed) == kFree && TryTake()) {
         return;
       }
