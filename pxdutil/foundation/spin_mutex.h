@@ -7,10 +7,6 @@
 
 #include <atomic>
 
-#if defined(_MSC_VER)
-#include <intrin.h>
-#endif
-
 namespace pxd {
 
 class SpinMutex {
@@ -45,10 +41,8 @@ class SpinMutex {
   // Tells the processor that this is a waiting loop, so that the other thread gets the cache line
   // and the pipeline.
   static void Pause() noexcept {
-#if defined(__i386__) || defined(__x86_64__)
+#if defined(__GNUC__) && (defined(__i386__) || defined(__x86_64__))
     __builtin_ia32_pause();
-#elif defined(_MSC_VER)
-    _mm_pause();
 #endif
   }
 
