@@ -145,6 +145,18 @@ static_assert(sizeof(CDPDataPt) == sizeof(void*) + 1, "the record stands behind 
 
 #pragma pack(pop)
 
+// The same names without their class, which is how hosts know them.
+using AdjustOperation = CDPDataPt::AdjustOperation;
+using AdjustTarget = CDPDataPt::AdjustTarget;
+inline constexpr AdjustOperation AdjustAdd = CDPDataPt::AdjustAdd;
+inline constexpr AdjustOperation AdjustSubtract = CDPDataPt::AdjustSubtract;
+inline constexpr AdjustOperation AdjustMultiply = CDPDataPt::AdjustMultiply;
+inline constexpr AdjustOperation AdjustDivide = CDPDataPt::AdjustDivide;
+inline constexpr AdjustOperation AdjustReciprocal = CDPDataPt::AdjustReciprocal;
+inline constexpr AdjustTarget AdjustPrices = CDPDataPt::AdjustPrices;
+inline constexpr AdjustTarget AdjustVolumes = CDPDataPt::AdjustVolumes;
+inline constexpr AdjustTarget AdjustOpenInt = CDPDataPt::AdjustOpenInt;
+
 // A view of a packed array of points of one class. It doesn't own them.
 class PXDUTIL_API CDPADataPtAr : public CObject {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CDPADataPtAr);

@@ -123,4 +123,7 @@ class PXDUTIL_API CFieldInfoMgr : public CObject {
   std::array<std::unique_ptr<CZRGSFieldInfo>, FIELDINFO_MAXID> m_vFieldInfo;
 };
 
+// The same name without its class, which is how hosts know it.
+using RetValEnum = CFieldInfoMgr::RetValEnum;
+
 #endif

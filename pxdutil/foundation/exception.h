@@ -102,4 +102,9 @@ class PXDUTIL_API CDPDataPtException : public CException {
   CDPDataPtExceptionError m_Error;
 };
 
+// The same names without their class, which is how hosts know them.
+using CDPDataPtExceptionError = CDPDataPtException::CDPDataPtExceptionError;
+inline constexpr CDPDataPtExceptionError DPErrorGeneral = CDPDataPtException::DPErrorGeneral;
+inline constexpr CDPDataPtExceptionError DPErrorPlain = CDPDataPtException::DPErrorPlain;
+
 #endif

@@ -113,6 +113,16 @@ class PXDUTIL_API CResoln {
   ZRGS_RESOLUTION m_resolution = {0, 0};
 };
 
+// The same names without their class, which is how hosts know them.
+using ResolnUnitTypeEnum = CResoln::ResolnUnitTypeEnum;
+inline constexpr ResolnUnitTypeEnum ResolnTypeTick = CResoln::ResolnTypeTick;
+inline constexpr ResolnUnitTypeEnum ResolnTypeSecond = CResoln::ResolnTypeSecond;
+inline constexpr ResolnUnitTypeEnum ResolnTypeMinute = CResoln::ResolnTypeMinute;
+inline constexpr ResolnUnitTypeEnum ResolnTypeDay = CResoln::ResolnTypeDay;
+inline constexpr ResolnUnitTypeEnum ResolnTypeWeek = CResoln::ResolnTypeWeek;
+inline constexpr ResolnUnitTypeEnum ResolnTypeMonth = CResoln::ResolnTypeMonth;
+inline constexpr ResolnUnitTypeEnum ResolnTypeYear = CResoln::ResolnTypeYear;
+
 static_assert(sizeof(CResoln) == 4, "a resolution is passed by value in a register");
 
 #endif

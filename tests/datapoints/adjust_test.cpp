@@ -221,4 +221,19 @@ TEST(AdjustOperations, HaveTheirNumbers) {
   EXPECT_EQ(CDPDataPt::AdjustOpenInt, 2);
 }
 
+TEST(Adjust, ItsNamesAreKnownWithoutTheirClassToo) {
+  CDPTDblTick tick;
+  tick.SetDoubleValForCol(0, 3.0);
+  EXPECT_EQ(tick.AdjustData(AdjustMultiply, 2.0F, AdjustPrices), 1);
+  EXPECT_EQ(tick.GetDoubleValForCol(0), 6.0);
+  const unsigned int operations[] = {AdjustAdd, AdjustSubtract, AdjustMultiply, AdjustDivide,
+                                     AdjustReciprocal};
+  for (unsigned int value = 0; value < 5; ++value) {
+    EXPECT_EQ(operations[value], value);
+  }
+  EXPECT_EQ(AdjustPrices, 0);
+  EXPECT_EQ(AdjustVolumes, 1);
+  EXPECT_EQ(AdjustOpenInt, 2);
+}
+
 }  // namespace

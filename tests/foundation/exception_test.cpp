@@ -143,4 +143,10 @@ TEST(FileException, NamesTheFileInItsWords) {
   EXPECT_NE(Words(CFileException(4711), 200), "");
 }
 
+TEST(DataPointException, ItsCodesAreKnownWithoutTheirClassToo) {
+  const CDPDataPtException error(DPErrorPlain, "x");
+  EXPECT_EQ(error.m_Error, CDPDataPtException::DPErrorPlain);
+  EXPECT_EQ(DPErrorGeneral, CDPDataPtException().m_Error);
+}
+
 }  // namespace

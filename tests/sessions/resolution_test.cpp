@@ -296,4 +296,13 @@ TEST(ResolutionArchive, AnArchiveThatEndsEarlyLeavesItAsItWas) {
   EXPECT_EQ(resolution, R(3, 5));
 }
 
+TEST(Resolution, ItsUnitTypesAreKnownWithoutTheirClassToo) {
+  const ResolnUnitTypeEnum all[] = {ResolnTypeTick, ResolnTypeSecond, ResolnTypeMinute,
+                                    ResolnTypeDay,  ResolnTypeWeek,   ResolnTypeMonth,
+                                    ResolnTypeYear};
+  for (int value = 0; value < 7; ++value) {
+    EXPECT_EQ(static_cast<int>(all[value]), value);
+  }
+}
+
 }  // namespace
