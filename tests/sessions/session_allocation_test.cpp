@@ -1,33 +1,9 @@
 // Lookups stand on the path of every trade, so once their caches are warm they take no memory.
-#include <cstdlib>
-#include <new>
-
 #include <gtest/gtest.h>
 #include <pxdutil/sessions/session.h>
 
 #include "session_helpers.h"
-
-namespace {
-
-unsigned long g_allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++g_allocations;
-  if (void* memory = std::malloc(size > 0 ? size : 1)) {
-    return memory;
-  }
-  throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
+#include "tests/support/allocation_counter.h"
 
 namespace {
 
@@ -49,12 +25,12 @@ TEST(SessionAllocation, WarmLookupsTakeNoMemory) {
     week.GetNextDailyResetSessionInfo(session_test::Day(3, 12, 0), open, close, index);
     week.GetPreviousDailyResetDateTime(open, 1);
   };
-  const unsigned long cold = g_allocations;
+  const pxd::test::AllocationCounter cold;
   lookUpEverything();
-  const unsigned long warm = g_allocations;
-  EXPECT_GT(warm, cold) << "the counter doesn't count";
+  EXPECT_GT(cold.Count(), 0U) << "the counter doesn't count";
+  const pxd::test::AllocationCounter warm;
   lookUpEverything();
-  EXPECT_EQ(g_allocations, warm);
+  EXPECT_EQ(warm.Count(), 0U);
 }
 
 }  // namespace
