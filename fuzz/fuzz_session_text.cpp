@@ -80,9 +80,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                                  rebuilt);
   Require(!rebuilt.sessions.empty(), "the compact form gave an empty calendar");
 
+  // Repairing shortens windows and changes nothing else.
   CZRGSSession repaired(session);
-  if (repaired.MakeValid()) {
-    Require(CZRGSSession::IsValid(repaired.GetSession()) != 0, "a repaired calendar isn't valid");
+  repaired.MakeValid();
+  for (std::size_t i = 0; i < session.sessions.size(); ++i) {
+    const ZRGS_SESSION_INFO& before = session.sessions[i];
+    const ZRGS_SESSION_INFO& after = repaired.GetSession().sessions[i];
+    Require(after.OpenMinute == before.OpenMinute && after.CloseMinute == before.CloseMinute &&
+                after.ResetFlag == before.ResetFlag &&
+                after.DribbleMinutes <= before.DribbleMinutes &&
+                after.ResetMinutes <= before.ResetMinutes,
+            "a repair changed more than windows");
   }
   repaired.ApplyOffset(static_cast<int>(size) * 61 - 20000);
   repaired.FilterDribbleInSession();
