@@ -74,11 +74,11 @@ Outcome ReadInPieces(std::string_view text, std::size_t piece, bool skipBad) {
   return outcome;
 }
 
-class CountVolume final : public PointSink {
+class CheckOrder final : public PointSink {
  public:
   void Take(CDPDataPt& point) override {
-    Require(point.IsNull() == 0 || point.HasNullPrice() != 0, "a null bar was handed on");
     const CZRDateTime stamp = point.GetZRDateTime();
+    Require(stamp.IsNullDateTime() == 0, "a bar without a time was handed on");
     Require(m_last.IsNullDateTime() != 0 || m_last <= stamp, "bars went back in time");
     m_last = stamp;
   }
@@ -105,7 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       week);
   CZRGSQuote::Init();
   {
-    CountVolume sink;
+    CheckOrder sink;
     TradeTicks ticks;
     const auto feed = MakeBarFeed(CResoln(ZRGS_RESOLUTION{3, 1}), week, sink);
     for (const Trade& trade : whole.trades) {
