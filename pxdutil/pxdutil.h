@@ -45,6 +45,8 @@
 #include <pxdutil/history/field_resolution.h>
 #include <pxdutil/history/history_settings.h>
 
+#include <pxdutil/query/query_info.h>
+
 #include <pxdutil/version.h>
 
 #endif
