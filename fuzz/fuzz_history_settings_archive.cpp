@@ -10,6 +10,7 @@
 
 #include <pxdutil/datapoints/data_point.h>
 #include <pxdutil/foundation/archive.h>
+#include <pxdutil/foundation/file.h>
 #include <pxdutil/quotes/quote.h>
 
 #include "history_catalogue.h"

@@ -3,11 +3,8 @@
 #ifndef PXDUTIL_FUZZ_HISTORY_CATALOGUE_H
 #define PXDUTIL_FUZZ_HISTORY_CATALOGUE_H
 
-#include <string>
-
 #include <pxdutil/fields/field_info_mgr.h>
 #include <pxdutil/foundation/fault.h>
-#include <pxdutil/foundation/file.h>
 #include <pxdutil/history/history_settings.h>
 
 namespace fuzz {
@@ -18,29 +15,13 @@ inline void Require(bool holds, const char* what) {
   }
 }
 
-// A text file that stands in memory.
-class Lines : public CStdioFile {
- public:
-  explicit Lines(const std::string& text) : m_memory(text.data(), text.size()) {}
-  unsigned int Read(void* buffer, unsigned int count) override {
-    return m_memory.Read(buffer, count);
-  }
-
- private:
-  CMemFile m_memory;
-};
-
 // Loads the catalogue, once.
 inline void LoadCatalogue() {
-  static CFieldInfoMgr catalogue;
-  static const bool isLoaded = [] {
-    CString text;
-    catalogue.BuildFieldInfoFile(text);
-    Lines lines(text.Str());
-    CString error;
-    return catalogue.LoadFromFile(lines, error) == 1;
-  }();
-  Require(isLoaded, "the built-in catalogue doesn't load");
+  struct BuiltIn {
+    BuiltIn() { pxd::LoadBuiltInCatalogue(rows); }
+    CFieldInfoMgr rows;
+  };
+  static const BuiltIn catalogue;
 }
 
 inline bool HasEntry(const CFieldResoln& pair) {

@@ -14,6 +14,7 @@
 
 #include <pxdutil/fields/detail/builtin_catalogue.h>
 #include <pxdutil/fields/field_info_mgr.h>
+#include <pxdutil/foundation/fault.h>
 #include <pxdutil/foundation/file.h>
 #include <pxdutil/reference/toolbox.h>
 
@@ -21,6 +22,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using pxd::CatalogueTrailer;
 using pxd::detail::PlainCatalogueRow;
 using pxd::detail::WholeCatalogueRow;
 
@@ -55,16 +57,18 @@ bool ReadAll(CFile& file, unsigned char* bytes, std::size_t count) {
 
 // The file is read in pieces: what stands in the catalogue's place may be of any size. The trailer
 // comes first, since it is wrong in most files that aren't catalogues of this version.
-bool IsValidCatalogue(CFile& file, unsigned short version) {
+CatalogueTrailer CheckTrailer(CFile& file, unsigned short version) {
   const std::uint64_t length = file.GetLength();
   if (length < kTrailerSize) {
-    return false;
+    return CatalogueTrailer::kTooShort;
   }
   std::array<unsigned char, kTrailerSize> trailer{};
   file.Seek(static_cast<std::int64_t>(length - kTrailerSize), CFile::begin);
-  if (!ReadAll(file, trailer.data(), trailer.size()) ||
-      CToolBox::Bytes2Word(trailer[3], trailer[2]) != version) {
-    return false;
+  if (!ReadAll(file, trailer.data(), trailer.size())) {
+    return CatalogueTrailer::kUnreadable;
+  }
+  if (CToolBox::Bytes2Word(trailer[3], trailer[2]) != version) {
+    return CatalogueTrailer::kOtherVersion;
   }
 
   file.SeekToBegin();
@@ -73,23 +77,14 @@ bool IsValidCatalogue(CFile& file, unsigned short version) {
   for (std::uint64_t left = length - kTrailerSize; left > 0;) {
     const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(left, piece.size()));
     if (!ReadAll(file, piece.data(), size)) {
-      return false;
+      return CatalogueTrailer::kUnreadable;
     }
     crc =
         pxd::ContinueCrc(crc, std::string_view(reinterpret_cast<const char*>(piece.data()), size));
     left -= size;
   }
-  return crc == CToolBox::Bytes2Word(trailer[1], trailer[0]);
-}
-
-bool IsValidCatalogue(const char* path, unsigned short version) {
-  try {
-    CFile file(path, CFile::modeRead | CFile::typeBinary);
-    return IsValidCatalogue(file, version);
-  } catch (CFileException* exception) {
-    exception->Delete();  // a file that can't be read is as good as none
-    return false;
-  }
+  return crc == CToolBox::Bytes2Word(trailer[1], trailer[0]) ? CatalogueTrailer::kGood
+                                                             : CatalogueTrailer::kBadChecksum;
 }
 
 // A name in a folder that nothing has, for a file that is to become another; what still stands
@@ -142,6 +137,19 @@ void ReplaceFile(const char* path, const CString& text,
   fs::rename(temporary.Path(), target);
 }
 
+// A text file that stands in memory.
+class LinesInMemory : public CStdioFile {
+ public:
+  explicit LinesInMemory(const CString& text)
+      : m_memory(text.GetString(), static_cast<std::size_t>(text.GetLength())) {}
+  unsigned int Read(void* buffer, unsigned int count) override {
+    return m_memory.Read(buffer, count);
+  }
+
+ private:
+  CMemFile m_memory;
+};
+
 }  // namespace
 
 int CFieldInfoMgr::Create(const char* path) {
@@ -153,7 +161,7 @@ int CFieldInfoMgr::Create(const char* path) {
   if (fs::is_other(path, ignored)) {
     return 0;
   }
-  if (IsValidCatalogue(path, FIELDINFO_VERSION)) {
+  if (pxd::CheckCatalogueTrailer(path) == CatalogueTrailer::kGood) {
     return 1;
   }
   try {
@@ -184,4 +192,24 @@ void CFieldInfoMgr::BuildFieldInfoFile(CString& text) {
     AppendRow(lines, *whole);
   }
   text = CString(std::move(lines));
+}
+
+void pxd::LoadBuiltInCatalogue(CFieldInfoMgr& catalogue) {
+  CString text;
+  catalogue.BuildFieldInfoFile(text);
+  LinesInMemory lines(text);
+  CString error;
+  if (catalogue.LoadFromFile(lines, error) == 0) {
+    Fault(error);
+  }
+}
+
+CatalogueTrailer pxd::CheckCatalogueTrailer(const char* path) {
+  try {
+    CFile file(path, CFile::modeRead | CFile::typeBinary);
+    return CheckTrailer(file, CFieldInfoMgr::FIELDINFO_VERSION);
+  } catch (CFileException* exception) {
+    exception->Delete();  // a file that can't be read is as good as none
+    return CatalogueTrailer::kUnreadable;
+  }
 }

@@ -29,6 +29,21 @@
 
 class CStdioFile;
 
+namespace pxd {
+
+// What the last four bytes of a catalogue file say of it; CFieldInfoMgr::Create replaces a file for
+// anything but kGood. The lines themselves aren't looked at.
+enum class CatalogueTrailer {
+  kGood,
+  kUnreadable,    // no file, or one that can't be read
+  kTooShort,      // fewer than four bytes
+  kOtherVersion,  // of another version, or no catalogue at all
+  kBadChecksum,   // of this version, but edited or damaged
+};
+[[nodiscard]] PXDUTIL_API CatalogueTrailer CheckCatalogueTrailer(const char* path);
+
+}  // namespace pxd
+
 class PXDUTIL_API CFieldInfoMgr : public CObject {
  public:
   enum RetValEnum : int {
@@ -112,6 +127,8 @@ class PXDUTIL_API CFieldInfoMgr : public CObject {
   int ReadFieldInfoList(CStdioFile& file, CString& error);
 
  private:
+  friend pxd::CatalogueTrailer pxd::CheckCatalogueTrailer(const char* path);
+
   // The number of rows there can be: one above the highest id.
   static constexpr unsigned short FIELDINFO_MAXID = 522;
   // The version of the catalogue file.
@@ -125,5 +142,13 @@ class PXDUTIL_API CFieldInfoMgr : public CObject {
 
 // The same name without its class, which is how hosts know it.
 using RetValEnum = CFieldInfoMgr::RetValEnum;
+
+namespace pxd {
+
+// Adds the rows of the built-in catalogue, for hosts that keep no catalogue file. Rows that are
+// there already are a fault.
+PXDUTIL_API void LoadBuiltInCatalogue(CFieldInfoMgr& catalogue);
+
+}  // namespace pxd
 
 #endif

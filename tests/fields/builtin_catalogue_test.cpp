@@ -576,4 +576,18 @@ TEST_F(LoadedCatalogue, ResolutionsAreNamed) {
   EXPECT_EQ(m_catalogue.GetResolutionFromString("1 Week", resoln), 0);
 }
 
+TEST(BuiltInCatalogue, IsLoadedWithoutAFile) {
+  CFieldInfoMgr catalogue;
+  pxd::LoadBuiltInCatalogue(catalogue);
+  EXPECT_EQ(fields_test::RowCount(catalogue), 231);
+  ASSERT_NE(catalogue.GetFieldInfo(201), nullptr);
+  EXPECT_EQ(catalogue.GetFieldInfo(201)->Description().Str(), "Trade Record");
+}
+
+TEST(BuiltInCatalogueDeathTest, RowsThatAreThereAlreadyAreAFault) {
+  CFieldInfoMgr catalogue;
+  pxd::LoadBuiltInCatalogue(catalogue);
+  EXPECT_DEATH(pxd::LoadBuiltInCatalogue(catalogue), "Line 1:");
+}
+
 }  // namespace

@@ -326,4 +326,20 @@ TEST_F(CatalogueFile, APipeIsRefusedAtOnce) {
 
 #endif
 
+TEST_F(CatalogueFile, TheTrailerTellsWhatIsWrongWithAFile) {
+  const auto check = [this] { return pxd::CheckCatalogueTrailer(m_path.string().c_str()); };
+  using pxd::CatalogueTrailer;
+  EXPECT_EQ(check(), CatalogueTrailer::kUnreadable);
+  Write("abc");
+  EXPECT_EQ(check(), CatalogueTrailer::kTooShort);
+  Write(WithTrailer("{a line}\r\n", 31));
+  EXPECT_EQ(check(), CatalogueTrailer::kOtherVersion);
+  std::string bytes = WithTrailer("{a line}\r\n");
+  Write(bytes);
+  EXPECT_EQ(check(), CatalogueTrailer::kGood);
+  bytes[1] = 'A';
+  Write(bytes);
+  EXPECT_EQ(check(), CatalogueTrailer::kBadChecksum);
+}
+
 }  // namespace

@@ -25,11 +25,7 @@ constexpr auto kNegativeForm = static_cast<StringFormat>(-1);
 // The built-in catalogue, as the manager of the process.
 class WithCatalogue : public testing::Test {
  protected:
-  WithCatalogue() {
-    CString text;
-    m_catalogue.BuildFieldInfoFile(text);
-    EXPECT_EQ(fields_test::Load(m_catalogue, text.Str()), 1);
-  }
+  WithCatalogue() { pxd::LoadBuiltInCatalogue(m_catalogue); }
 
   // Gives the id a row; the built-in catalogue has none for 1 to 4.
   void AddField(unsigned short id, const CString& name, unsigned char type = 3) {
