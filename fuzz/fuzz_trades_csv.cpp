@@ -14,6 +14,7 @@
 #include <pxdutil/foundation/fault.h>
 #include <pxdutil/quotes/quote.h>
 #include <tools/pxd/bar_feed.h>
+#include <tools/pxd/catalogue.h>
 #include <tools/pxd/trade_ticks.h>
 #include <tools/pxd/trades_csv.h>
 
@@ -103,11 +104,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CZRGSSession::BuildZRGS_SESSIONFromString(
       "5:2010,2400,30,10,1;3450,3840,30,10,1;4890,5280,30,10,1;6330,6720,30,10,1;7770,8160,30,10,1",
       week);
+  static const BuiltInCatalogue catalogue;
   CZRGSQuote::Init();
   {
     CheckOrder sink;
     TradeTicks ticks;
-    const auto feed = MakeBarFeed(CResoln(ZRGS_RESOLUTION{3, 1}), week, sink);
+    const auto feed = MakeBarFeed(CFieldResoln(ZRGS_FIELD_RESOLUTION{201, {3, 1}}), week, sink);
     for (const Trade& trade : whole.trades) {
       feed->Offer(ticks.TickOf(trade));
     }

@@ -2,12 +2,15 @@
 // that nothing is allocated for a trade.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <pxdutil/datapoints/ohlc_bars.h>
 #include <tools/pxd/bar_feed.h>
+#include <tools/pxd/catalogue.h>
 #include <tools/pxd/moment.h>
 #include <tools/pxd/resolution_words.h>
 #include <tools/pxd/series_file.h>
@@ -26,11 +29,14 @@ ZRGS_SESSION Week(const std::string& text) {
   return week;
 }
 
-CResoln Resolution(const std::string& text) {
+CFieldResoln Pair(const std::string& text, std::uint16_t field = 201) {
   CResoln resolution;
   std::string error;
   EXPECT_TRUE(ReadResolution(text, resolution, error)) << error;
-  return resolution;
+  CFieldResoln pair;
+  pair.SetField(CField(field));
+  pair.SetResoln(resolution);
+  return pair;
 }
 
 // Keeps each point as its date-time and its columns' texts.
@@ -60,9 +66,10 @@ struct Row {
 
 Result Feed(const std::string& resolution, const std::string& sessions,
             const std::vector<Row>& rows) {
+  const BuiltInCatalogue catalogue;
   const QuotePool pool;
   Lines lines;
-  const auto feed = MakeBarFeed(Resolution(resolution), Week(sessions), lines);
+  const auto feed = MakeBarFeed(Pair(resolution), Week(sessions), lines);
   TradeTicks ticks;
   for (const Row& row : rows) {
     Trade trade;
@@ -286,16 +293,42 @@ TEST(BarFeed, SomeResolutionsCantBeBuilt) {
        "no session ends a trading day, so that no day closes; expected a session that isn't marked "
        "part"},
   };
+  const BuiltInCatalogue catalogue;
   for (const auto& row : kRows) {
     std::string error;
-    EXPECT_FALSE(CanBuild(Resolution(row.resolution), Week(row.week), error));
+    EXPECT_FALSE(CanBuild(Pair(row.resolution), Week(row.week), error));
     EXPECT_EQ(error, row.error);
   }
   std::string error;
   for (const char* resolution : {"1t", "500t", "1s", "90m", "1d", "1w", "1mo"}) {
-    EXPECT_TRUE(CanBuild(Resolution(resolution), Week(kStocks), error)) << error;
+    EXPECT_TRUE(CanBuild(Pair(resolution), Week(kStocks), error)) << error;
   }
-  EXPECT_TRUE(CanBuild(Resolution("1m"), Week("Mon 09:00-10:00 part"), error));
+  EXPECT_TRUE(CanBuild(Pair("1m"), Week("Mon 09:00-10:00 part"), error));
+}
+
+TEST(BarFeed, OnlyRecordsAreBuiltFromTrades) {
+  const BuiltInCatalogue catalogue;
+  const struct {
+    std::uint16_t field;
+    const char* resolution;
+    const char* name;
+  } kRows[] = {
+      {285, "1t", "Close 1 Tick"},                // a price
+      {448, "1t", "ECN Aggregate Depth 1 Tick"},  // no history, but ticks of one value
+      {485, "1d", "Option Chart Record 1 Day"},
+      {521, "5m", "Conversion Chart Record 5 Minutes"},
+  };
+  for (const auto& row : kRows) {
+    std::string error;
+    EXPECT_FALSE(CanBuild(Pair(row.resolution, row.field), Week(kStocks), error));
+    EXPECT_EQ(error, "\"" + std::string(row.name) +
+                         "\" can't be built from trades; expected a record, such as \"Trade "
+                         "Record\"");
+  }
+  for (const std::uint16_t field : std::initializer_list<std::uint16_t>{200, 201, 202, 436}) {
+    std::string error;
+    EXPECT_TRUE(CanBuild(Pair("1d", field), Week(kStocks), error)) << error;
+  }
 }
 
 // What all the trades of one second of text take from the heap, read and built.
@@ -316,8 +349,9 @@ std::size_t AllocationsFor(const std::string& resolution, int trades) {
     BarFeed& m_feed;
     TradeTicks m_ticks;
   };
+  const BuiltInCatalogue catalogue;
   const QuotePool pool;
-  const auto feed = MakeBarFeed(Resolution(resolution), Week(kStocks), discard);
+  const auto feed = MakeBarFeed(Pair(resolution), Week(kStocks), discard);
   Road road(*feed);
   TradesCsv csv({}, road);
   const pxd::test::AllocationCounter counter;

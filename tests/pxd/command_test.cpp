@@ -15,62 +15,13 @@
 #include <pxdutil/foundation/file.h>
 #include <pxdutil/version.h>
 
+#include "command_fixture.h"
+
 namespace {
 
-namespace fs = std::filesystem;
+using namespace pxd_test;
 
-std::string ReadFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-struct Ran {
-  int status = -1;
-  std::string out;
-  std::string err;
-};
-
-class Command : public testing::Test {
- protected:
-  void SetUp() override {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    m_folder = fs::path(testing::TempDir()) / (std::string("pxd_command_") + test->name());
-    fs::remove_all(m_folder);
-    fs::create_directory(m_folder);
-  }
-  void TearDown() override { fs::remove_all(m_folder); }
-
-  // Runs pxd in the test's folder. The arguments are the shell's: quote what has blanks.
-  Ran Run(const std::string& arguments) {
-    const std::string command =
-        "cd '" + m_folder.string() + "' && '" + PXD_PROGRAM + "' " + arguments + " >.out 2>.err";
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(m_folder / ".out"),
-            ReadFile(m_folder / ".err")};
-  }
-
-  void Write(const std::string& name, const std::string& text) {
-    std::ofstream(m_folder / name, std::ios::binary) << text;
-  }
-  [[nodiscard]] std::string Contents(const std::string& name) const {
-    return ReadFile(m_folder / name);
-  }
-  // The names in the folder, but for what Run leaves there.
-  [[nodiscard]] std::vector<std::string> Names() const {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(m_folder)) {
-      if (const std::string name = entry.path().filename().string(); name[0] != '.') {
-        names.push_back(name);
-      }
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-
-  fs::path m_folder;
-};
+class Command : public CommandTest {};
 
 // Three trades in two minutes, and one outside.
 constexpr const char* kTrades =
@@ -113,7 +64,8 @@ TEST_F(Command, HelpIsThereOnAllLevels) {
   const Ran all = Run("--help");
   EXPECT_EQ(all.status, 0);
   EXPECT_EQ(all.err, "");
-  for (const std::string command : {"bars", "show", "sessions", "sample"}) {
+  for (const std::string command :
+       {"bars", "show", "export", "adjust", "sessions", "fields", "settings", "sample"}) {
     EXPECT_NE(all.out.find("  " + command), std::string::npos) << command;
     const Ran one = Run(command + " --help");
     EXPECT_EQ(one.status, 0);
@@ -139,7 +91,7 @@ TEST_F(Command, BadUsageIsToldInOneLineWithStatus2) {
     std::string words;
   } kRows[] = {
       {"", "A subcommand is required"},
-      {"nonsense", "\"nonsense\" is no command; expected bars, show, sessions or sample"},
+      {"nonsense", "\"nonsense\" is no command; expected one of bars, show"},
       {"bars", "TRADES is required"},
       {"bars t.csv --resolution 1m", "--sessions is required"},
       {"bars t.csv" + sessions, "--resolution is required"},

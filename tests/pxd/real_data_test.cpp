@@ -12,6 +12,7 @@
 
 #include <pxdutil/datapoints/ohlc_bars.h>
 #include <tools/pxd/bar_feed.h>
+#include <tools/pxd/catalogue.h>
 #include <tools/pxd/moment.h>
 #include <tools/pxd/resolution_words.h>
 #include <tools/pxd/session_words.h>
@@ -30,6 +31,7 @@ ZRGS_SESSION Week(const std::string& text) {
 }
 
 const CResoln kMinute(ZRGS_RESOLUTION{kUnitMinute, 1});
+const CFieldResoln kMinutes(ZRGS_FIELD_RESOLUTION{201, {kUnitMinute, 1}});
 
 class RealData : public testing::Test {
  protected:
@@ -100,9 +102,10 @@ Built Build(const std::string& path, const std::string& sessions, const TradeOpt
     BarFeed& m_feed;
     TradeTicks m_ticks;
   };
+  const BuiltInCatalogue catalogue;
   const QuotePool pool;
   Bars bars;
-  const auto feed = MakeBarFeed(kMinute, Week(sessions), bars);
+  const auto feed = MakeBarFeed(kMinutes, Week(sessions), bars);
   Road road(*feed);
   TradesCsv csv(options, road);
   std::ifstream file(path, std::ios::binary);

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <pxdutil/datapoints/calculated.h>
 #include <pxdutil/datapoints/ohlc_bars.h>
 
 #include "resolution_words.h"
@@ -10,6 +11,18 @@ namespace pxd::tool {
 namespace {
 
 using Calculated = CDPCDataPtCalculated;
+
+// An empty bar of the pair, which is one that CanBuild.
+std::unique_ptr<Calculated> MakeBar(const CFieldResoln& pair) {
+  return std::unique_ptr<Calculated>(static_cast<Calculated*>(pair.CreateDataPt()));
+}
+
+// The same field at one minute, of which longer bars are built.
+CFieldResoln MinutesOf(const CFieldResoln& pair) {
+  CFieldResoln minutes = pair;
+  minutes.SetResoln(CResoln(ZRGS_RESOLUTION{kUnitMinute, 1}));
+  return minutes;
+}
 
 // What all feeds keep: the calendar, the counts, and the latest moment so far.
 class FeedBase : public BarFeed {
@@ -61,8 +74,8 @@ class FeedBase : public BarFeed {
 
 // The caller's loop: offers the point, takes away the bar that it completes, and offers it again.
 // Whether the point was taken.
-template <class Bar, class Emit>
-bool AddToBar(Bar& bar, const CDPDataPt& point, const CResoln& resolution,
+template <class Emit>
+bool AddToBar(Calculated& bar, const CDPDataPt& point, const CResoln& resolution,
               const CZRGSSession& calendar, Emit emit) {
   Calculated::TrendType trend = Calculated::TrendUp;
   auto result = bar.AddDataPt(&point, resolution, calendar, 0, trend, nullptr);
@@ -80,50 +93,51 @@ bool AddToBar(Bar& bar, const CDPDataPt& point, const CResoln& resolution,
 
 class IntradayFeed final : public FeedBase {
  public:
-  IntradayFeed(const CResoln& resolution, const ZRGS_SESSION& week, PointSink& sink)
-      : FeedBase(week, sink), m_resolution(resolution) {}
+  IntradayFeed(const CFieldResoln& pair, const ZRGS_SESSION& week, PointSink& sink)
+      : FeedBase(week, sink), m_resolution(pair.GetResoln()), m_bar(MakeBar(pair)) {}
 
   void Finish() override {
     if (IsBuilding()) {
-      Emit(m_bar);
-      m_bar.SetToNull();
+      Emit(*m_bar);
+      m_bar->SetToNull();
     }
   }
 
  protected:
   bool TakeInOrder(const CDPTDblDblTick& tick) override {
-    return AddToBar(m_bar, tick, m_resolution, m_calendar, [this](CDPDataPt& bar) { Emit(bar); });
+    return AddToBar(*m_bar, tick, m_resolution, m_calendar, [this](CDPDataPt& bar) { Emit(bar); });
   }
 
   // An empty bar would begin with the tick, though a later bar may have been handed on.
   bool TakeLate(const CDPTDblDblTick& tick) override {
     Calculated::TrendType trend = Calculated::TrendUp;
-    return IsBuilding() && m_bar.AddDataPt(&tick, m_resolution, m_calendar, 0, trend, nullptr) ==
+    return IsBuilding() && m_bar->AddDataPt(&tick, m_resolution, m_calendar, 0, trend, nullptr) ==
                                Calculated::AddIncluded;
   }
 
  private:
-  bool IsBuilding() { return m_bar.GetZRDateTime().IsNullDateTime() == 0; }
+  bool IsBuilding() { return m_bar->GetZRDateTime().IsNullDateTime() == 0; }
 
   CResoln m_resolution;
-  CDPCDblOHLCUDUT m_bar;
+  std::unique_ptr<Calculated> m_bar;
 };
 
 class PeriodFeed final : public BarFeed, private PointSink {
  public:
-  PeriodFeed(const CResoln& resolution, const ZRGS_SESSION& week, PointSink& sink)
-      : m_resolution(resolution),
+  PeriodFeed(const CFieldResoln& pair, const ZRGS_SESSION& week, PointSink& sink)
+      : m_resolution(pair.GetResoln()),
         m_calendar(week),
         m_sink(sink),
-        m_minutes(CResoln(ZRGS_RESOLUTION{kUnitMinute, 1}), week, *this) {}
+        m_bar(MakeBar(pair)),
+        m_minutes(MinutesOf(pair), week, *this) {}
 
   bool Offer(const CDPTDblDblTick& tick) override { return m_minutes.Offer(tick); }
 
   void Finish() override {
     m_minutes.Finish();
-    if (m_bar.GetZRDateTime().IsNullDateTime() == 0) {
+    if (m_bar->GetZRDateTime().IsNullDateTime() == 0) {
       Emit();
-      m_bar.SetToNull();
+      m_bar->SetToNull();
     }
   }
 
@@ -138,14 +152,14 @@ class PeriodFeed final : public BarFeed, private PointSink {
  private:
   void Emit() {
     ++m_points;
-    m_sink.Take(m_bar);
+    m_sink.Take(*m_bar);
   }
 
   // A session may belong to no trading day; its minutes then have no place, nor have their ticks.
   void Take(CDPDataPt& minute) override {
     const std::uint64_t ticks = m_minutes.Counts().taken - m_ticksInMinutes;
     m_ticksInMinutes += ticks;
-    if (!AddToBar(m_bar, minute, m_resolution, m_calendar, [this](CDPDataPt&) { Emit(); })) {
+    if (!AddToBar(*m_bar, minute, m_resolution, m_calendar, [this](CDPDataPt&) { Emit(); })) {
       m_untaken += ticks;
     }
   }
@@ -153,7 +167,7 @@ class PeriodFeed final : public BarFeed, private PointSink {
   CResoln m_resolution;
   CZRGSSession m_calendar;
   PointSink& m_sink;
-  CDPCDblOHLCUDUTO m_bar;
+  std::unique_ptr<Calculated> m_bar;
   IntradayFeed m_minutes;
   std::uint64_t m_ticksInMinutes = 0;
   std::uint64_t m_untaken = 0;
@@ -178,13 +192,15 @@ class TickSeriesFeed final : public FeedBase {
 
 class TickBarFeed final : public FeedBase {
  public:
-  TickBarFeed(unsigned ticksPerBar, const ZRGS_SESSION& week, PointSink& sink)
-      : FeedBase(week, sink), m_ticksPerBar(ticksPerBar) {}
+  TickBarFeed(const CFieldResoln& pair, const ZRGS_SESSION& week, PointSink& sink)
+      : FeedBase(week, sink),
+        m_ticksPerBar(pair.GetResoln().GetResolnQty()),
+        m_bar(MakeBar(pair)) {}
 
   void Finish() override {
     if (m_ticks != 0) {
-      Emit(m_bar);
-      m_bar.SetToNull();
+      Emit(*m_bar);
+      m_bar->SetToNull();
       m_ticks = 0;
     }
   }
@@ -200,8 +216,8 @@ class TickBarFeed final : public FeedBase {
       m_sessionClose = close;
     }
     Calculated::TrendType trend = Calculated::TrendUp;
-    m_bar.IncludeDataPtData(&tick, trend, nullptr);
-    m_bar.SetZRDateTime(m_latest);
+    m_bar->IncludeDataPtData(&tick, trend, nullptr);
+    m_bar->SetZRDateTime(m_latest);
     if (++m_ticks == m_ticksPerBar) {
       Finish();
     }
@@ -211,18 +227,28 @@ class TickBarFeed final : public FeedBase {
  private:
   unsigned m_ticksPerBar;
   unsigned m_ticks = 0;
-  CDPCDblOHLCUDUT m_bar;
+  std::unique_ptr<Calculated> m_bar;
   CZRDateTime m_sessionClose;
 };
 
 }  // namespace
 
-bool CanBuild(const CResoln& resolution, const ZRGS_SESSION& week, std::string& error) {
+bool CanBuild(const CFieldResoln& pair, const ZRGS_SESSION& week, std::string& error) {
+  const CResoln resolution = pair.GetResoln();
   const unsigned short unit = resolution.GetResolnUnit();
   if (unit == kUnitYear) {
     error =
         "bars of years can't be built, since the calendar closes no year; expected months or "
         "shorter";
+    return false;
+  }
+  const std::unique_ptr<CDPDataPt> point(pair.CreateDataPt());
+  if (point == nullptr || (point->IsKindOf(RUNTIME_CLASS(CDPTDblDblTick)) == 0 &&
+                           point->IsKindOf(RUNTIME_CLASS(CDPCDblOHLCUDUT)) == 0 &&
+                           point->IsKindOf(RUNTIME_CLASS(CDPCDblOHLCUDUTO)) == 0)) {
+    error = fmt::format(
+        "\"{}\" can't be built from trades; expected a record, such as \"Trade Record\"",
+        pair.GetString(StringFormatPlain).GetString());
     return false;
   }
   if (unit < kUnitDay) {
@@ -244,18 +270,19 @@ bool CanBuild(const CResoln& resolution, const ZRGS_SESSION& week, std::string& 
   return true;
 }
 
-std::unique_ptr<BarFeed> MakeBarFeed(const CResoln& resolution, const ZRGS_SESSION& week,
+std::unique_ptr<BarFeed> MakeBarFeed(const CFieldResoln& pair, const ZRGS_SESSION& week,
                                      PointSink& sink) {
+  const CResoln resolution = pair.GetResoln();
   if (resolution.GetResolnUnit() >= kUnitDay) {
-    return std::make_unique<PeriodFeed>(resolution, week, sink);
+    return std::make_unique<PeriodFeed>(pair, week, sink);
   }
   if (resolution.GetResolnUnit() != kUnitTick) {
-    return std::make_unique<IntradayFeed>(resolution, week, sink);
+    return std::make_unique<IntradayFeed>(pair, week, sink);
   }
   if (resolution.GetResolnQty() == 1) {
     return std::make_unique<TickSeriesFeed>(week, sink);
   }
-  return std::make_unique<TickBarFeed>(resolution.GetResolnQty(), week, sink);
+  return std::make_unique<TickBarFeed>(pair, week, sink);
 }
 
 }  // namespace pxd::tool

@@ -1,4 +1,5 @@
-// Builds points of one resolution from ticks and hands each finished one on.
+// Builds points of a field at one resolution from ticks and hands each finished one on. The field's
+// catalogue entry says of which class they are; it must be that of a record:
 //
 //   seconds, minutes   CDPCDblOHLCUDUT, fed with ticks; a late print in the dribble window goes
 //                      into its session's last bar
@@ -21,7 +22,7 @@
 
 #include <pxdutil/datapoints/data_point.h>
 #include <pxdutil/datapoints/ticks.h>
-#include <pxdutil/sessions/resolution.h>
+#include <pxdutil/history/field_resolution.h>
 #include <pxdutil/sessions/session.h>
 
 namespace pxd::tool {
@@ -52,13 +53,13 @@ class BarFeed {
   [[nodiscard]] virtual FeedCounts Counts() const = 0;
 };
 
-// Whether a feed can build this resolution under this week; if not, `error` says why. Years aren't
-// built, days, weeks and months only one by one, days and months only where a session ends a
-// trading day.
-bool CanBuild(const CResoln& resolution, const ZRGS_SESSION& week, std::string& error);
+// Whether a feed can build the pair under this week; if not, `error` says why. Only records are
+// built; no years, days, weeks and months only one by one, days and months only where a session
+// ends a trading day. Needs the catalogue, as a feed does.
+bool CanBuild(const CFieldResoln& pair, const ZRGS_SESSION& week, std::string& error);
 
-// A feed for a resolution that CanBuild. `sink` must outlive it.
-std::unique_ptr<BarFeed> MakeBarFeed(const CResoln& resolution, const ZRGS_SESSION& week,
+// A feed for a pair that CanBuild. `sink` must outlive it.
+std::unique_ptr<BarFeed> MakeBarFeed(const CFieldResoln& pair, const ZRGS_SESSION& week,
                                      PointSink& sink);
 
 }  // namespace pxd::tool

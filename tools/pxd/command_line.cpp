@@ -20,6 +20,14 @@ constexpr const char* kFooter =
     "\nExit status: 0 for success, 1 for bad data, 2 for bad usage.\n"
     "'pxd COMMAND --help' tells more of a command.";
 
+std::string CommandNames(const CLI::App& app) {
+  std::string names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    names += fmt::format("{}{}", names.empty() ? "" : ", ", command->get_name());
+  }
+  return names;
+}
+
 // Help and version go to standard output; what is wrong goes to standard error in one line.
 int AnswerOf(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
@@ -30,7 +38,7 @@ int AnswerOf(const CLI::App& app, const CLI::ParseError& error) {
     return kExitOk;
   }
   if (const auto rest = app.remaining(); app.get_subcommands().empty() && !rest.empty()) {
-    Say(fmt::format("{} is no command; expected bars, show, sessions or sample", Quoted(rest[0])));
+    Say(fmt::format("{} is no command; expected one of {}", Quoted(rest[0]), CommandNames(app)));
     return kExitBadUsage;
   }
   std::string words = error.what();
@@ -50,7 +58,11 @@ int Run(int argc, const char* const* argv) {
   int status = kExitOk;
   AddBarsCommand(app, status);
   AddShowCommand(app, status);
+  AddExportCommand(app, status);
+  AddAdjustCommand(app, status);
   AddSessionsCommand(app, status);
+  AddFieldsCommand(app, status);
+  AddSettingsCommand(app, status);
   AddSampleCommand(app, status);
   try {
     app.parse(argc, argv);

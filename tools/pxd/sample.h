@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "text_target.h"
+
 namespace pxd::tool {
 
 // SplitMix64: a state of 64 bits that counts up by a constant, and a mix of it.
@@ -44,12 +46,6 @@ inline constexpr unsigned kMostSampleDays = 2500;
 
 // The sessions to read the market's trades with, in people's form.
 std::string_view SampleSessions(SampleMarket market);
-
-class TextSink {
- public:
-  virtual ~TextSink() = default;
-  virtual void Take(std::string_view text) = 0;
-};
 
 // Writes the trades as CSV with the columns date, time, price and size, in the order of time. A day
 // has an opening and a closing burst, a quiet middle, and now and then, on the first day always, a

@@ -7,7 +7,6 @@
 
 #include <pxdutil/datapoints/ohlc_bars.h>
 #include <pxdutil/datapoints/old_bars.h>
-#include <pxdutil/datapoints/ticks.h>
 
 #include "failure.h"
 #include "resolution_words.h"
@@ -23,24 +22,25 @@ namespace fs = std::filesystem;
 
 }  // namespace
 
-std::unique_ptr<CDPDataPt> MakePoint(const CResoln& resolution) {
-  if (resolution.GetResolnUnit() >= kUnitDay) {
-    return std::make_unique<CDPCDblOHLCUDUTO>();
+std::unique_ptr<CDPDataPt> MakePoint(const CFieldResoln& pair) {
+  std::unique_ptr<CDPDataPt> point(pair.CreateDataPt());
+  if (point == nullptr || StoredSize(*point) == 0) {
+    throw Failure(kExitBadUsage,
+                  fmt::format("--field: nothing is stored of \"{}\"; expected a record, such as "
+                              "\"Trade Record\"",
+                              pair.GetString(StringFormatPlain).GetString()));
   }
-  if (resolution.GetResolnUnit() == kUnitTick && resolution.GetResolnQty() == 1) {
-    return std::make_unique<CDPTDblDblTick>();
-  }
-  return std::make_unique<CDPCDblOHLCUDUT>();
+  return point;
 }
 
-std::unique_ptr<CDPDataPt> MakeOldPoint(const CResoln& resolution) {
-  if (resolution.GetResolnUnit() >= kUnitDay) {
+std::unique_ptr<CDPDataPt> MakeOldPoint(const CDPDataPt& point) {
+  if (point.IsKindOf(RUNTIME_CLASS(CDPCDblOHLCUDUTO)) != 0) {
     return std::make_unique<CDPCDblOHLCUDUTOOld>();
   }
-  if (resolution.GetResolnUnit() == kUnitTick && resolution.GetResolnQty() == 1) {
-    return nullptr;
+  if (point.IsKindOf(RUNTIME_CLASS(CDPCDblOHLCUDUT)) != 0) {
+    return std::make_unique<CDPCDblOHLCUDUTOld>();
   }
-  return std::make_unique<CDPCDblOHLCUDUTOld>();
+  return nullptr;
 }
 
 std::uint64_t StoredSize(CDPDataPt& point) {
@@ -64,10 +64,10 @@ void SeriesWriter::Finish() {
   m_file.Finish();
 }
 
-SeriesReader::SeriesReader(const std::string& path, const CResoln& resolution, bool old)
-    : m_path(path), m_point(MakePoint(resolution)) {
+SeriesReader::SeriesReader(const std::string& path, const CFieldResoln& pair, bool old)
+    : m_path(path), m_pair(pair), m_point(MakePoint(pair)) {
   if (old) {
-    m_old = MakeOldPoint(resolution);
+    m_old = MakeOldPoint(*m_point);
     if (m_old == nullptr) {
       throw Failure(kExitBadUsage,
                     "ticks have no old format; expected --old with a resolution of "
@@ -107,6 +107,17 @@ CDPDataPt* SeriesReader::Next() {
   }
   ++m_read;
   return m_point.get();
+}
+
+std::string SeriesReader::WhatIsCutShort() const {
+  if (m_rest == 0) {
+    return {};
+  }
+  return fmt::format(
+      "{}: the file ends inside a record: {} bytes behind {} whole ones; expected records of {} "
+      "bytes, as {}{} has",
+      m_path, m_rest, m_records, m_recordSize, ResolutionText(m_pair.GetResoln()),
+      m_old != nullptr ? " in the old format" : "");
 }
 
 }  // namespace pxd::tool

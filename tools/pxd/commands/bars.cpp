@@ -44,7 +44,7 @@ constexpr const char* kFooter =
 struct BarsSettings {
   std::string trades;
   std::string sessions;
-  std::string resolution;
+  SeriesOptions series;
   std::string output;
   std::string shift = "+00:00";
   bool csv = false;
@@ -54,12 +54,12 @@ struct BarsSettings {
 // Where finished bars go: the file, the screen, or both.
 class BarOutput final : public PointSink {
  public:
-  BarOutput(const BarsSettings& settings, const CResoln& resolution) {
+  BarOutput(const BarsSettings& settings, const CFieldResoln& pair) {
     if (!settings.output.empty()) {
       m_writer.emplace(settings.output);
     }
     if (settings.output.empty() || settings.csv) {
-      m_table.emplace(settings.csv ? PointForm::kCsv : PointForm::kTable, *MakePoint(resolution));
+      m_table.emplace(settings.csv ? PointForm::kCsv : PointForm::kTable, *MakePoint(pair));
       m_output.Write(m_table->Header());
     }
   }
@@ -163,9 +163,10 @@ void PrintSummary(const Input& input, const TradesCsv& csv, const Road& road,
 void RunBars(BarsSettings settings) {
   const auto begin = std::chrono::steady_clock::now();
   const ZRGS_SESSION week = SessionsOption("--sessions", settings.sessions);
-  const CResoln resolution = ResolutionOption(settings.resolution);
+  const BuiltInCatalogue catalogue;
+  const CFieldResoln pair = PairOf(catalogue, settings.series);
   std::string error;
-  if (!CanBuild(resolution, week, error)) {
+  if (!CanBuild(pair, week, error)) {
     throw Failure(kExitBadUsage, "--resolution: " + error);
   }
   const auto shift = ReadShift(settings.shift);
@@ -178,9 +179,9 @@ void RunBars(BarsSettings settings) {
   settings.reading.shift = *shift;
 
   Input input(settings.trades);
-  BarOutput output(settings, resolution);
+  BarOutput output(settings, pair);
   const QuotePool pool;
-  const auto feed = MakeBarFeed(resolution, week, output);
+  const auto feed = MakeBarFeed(pair, week, output);
   Road road(*feed);
   TradesCsv csv(settings.reading, road);
   ReadAll(input, csv, road);
@@ -201,11 +202,7 @@ void AddBarsCommand(CLI::App& app, int&) {
   command->add_option("--sessions", settings->sessions, "The week of trading sessions, see below")
       ->required()
       ->type_name("TEXT");
-  command
-      ->add_option("--resolution", settings->resolution,
-                   "How wide a bar is, as \"5 Minutes\" or 5m")
-      ->required()
-      ->type_name("TEXT");
+  AddSeriesOptions(*command, settings->series);
   command
       ->add_option("-o,--output", settings->output,
                    "Store the bars in this file, for 'pxd show'; nothing is shown then")

@@ -4,12 +4,10 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "../failure.h"
 #include "../sample.h"
-#include "../streams.h"
-#include "../whole_file.h"
+#include "../text_target.h"
 #include "../words.h"
 #include "commands.h"
 
@@ -20,25 +18,6 @@ struct SampleCommandSettings {
   SampleSettings sample;
   std::string market = "stocks";
   std::string output;
-};
-
-class ToScreen final : public TextSink {
- public:
-  void Take(std::string_view text) override { m_output.Write(text); }
-  void Finish() { m_output.Finish(); }
-
- private:
-  Output m_output;
-};
-
-class ToFile final : public TextSink {
- public:
-  explicit ToFile(const std::string& path) : m_file(path) {}
-  void Take(std::string_view text) override { m_file.Write(text); }
-  void Finish() { m_file.Finish(); }
-
- private:
-  WholeFile m_file;
 };
 
 SampleMarket MarketOption(const std::string& text) {
@@ -55,15 +34,9 @@ SampleMarket MarketOption(const std::string& text) {
 
 void RunSample(SampleCommandSettings settings) {
   settings.sample.market = MarketOption(settings.market);
-  if (settings.output.empty()) {
-    ToScreen screen;
-    WriteSample(settings.sample, screen);
-    screen.Finish();
-  } else {
-    ToFile file(settings.output);
-    WriteSample(settings.sample, file);
-    file.Finish();
-  }
+  const auto target = MakeTextTarget(settings.output);
+  WriteSample(settings.sample, *target);
+  target->Finish();
   fmt::print(stderr, "read it with --sessions \"{}\"\n", SampleSessions(settings.sample.market));
 }
 

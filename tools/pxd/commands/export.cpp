@@ -1,0 +1,66 @@
+// pxd export: a stored series for spreadsheets and scripts.
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+
+#include "../failure.h"
+#include "../point_table.h"
+#include "../series_file.h"
+#include "../series_text.h"
+#include "../words.h"
+#include "commands.h"
+
+namespace pxd::tool {
+namespace {
+
+struct ExportSettings {
+  std::string file;
+  SeriesOptions series;
+  std::string form;
+  std::string output;
+  bool old = false;
+};
+
+PointForm FormOption(const std::string& text) {
+  if (EqualNoCase(text, "csv")) {
+    return PointForm::kCsv;
+  }
+  if (EqualNoCase(text, "json")) {
+    return PointForm::kJson;
+  }
+  throw Failure(kExitBadUsage,
+                fmt::format("--to: {} is no form; expected csv or json", Quoted(text)));
+}
+
+int RunExport(const ExportSettings& settings) {
+  const PointForm form = FormOption(settings.form);
+  const BuiltInCatalogue catalogue;
+  SeriesReader series(settings.file, PairOf(catalogue, settings.series), settings.old);
+  return WriteSeries(series, form, kAllPoints, settings.output);
+}
+
+}  // namespace
+
+void AddExportCommand(CLI::App& app, int& status) {
+  auto settings = std::make_shared<ExportSettings>();
+  CLI::App* command = app.add_subcommand("export", "Write a stored series as CSV or JSON");
+  command->footer(
+      "\nDates and times are in ISO form, and every number has as many digits as bring its float\n"
+      "back to the bit. A file whose length isn't a whole number of records is written up to the\n"
+      "last whole one, with exit status 1.");
+  command->add_option("FILE", settings->file, "The stored series")->required();
+  AddSeriesOptions(*command, settings->series);
+  command->add_option("--to", settings->form, "The form: csv or json")
+      ->required()
+      ->type_name("FORM");
+  command->add_option("-o,--output", settings->output, "Write to this file instead of the screen")
+      ->type_name("FILE");
+  command->add_flag("--old", settings->old,
+                    "The series is in the old format without tick counts; write it taken into the "
+                    "new");
+  command->callback([settings, &status] { status = RunExport(*settings); });
+}
+
+}  // namespace pxd::tool
