@@ -192,6 +192,34 @@ class PXDUTIL_API CZRGSSession : public CObject {
   // sessions of the week, without trading days.
   ReturnType GetPreviousDailyResetDateTime(CZRDateTime& dt, int evenIfInside) const;
 
+  // ---- What comes next, and what is nearest ----
+
+  // The close that comes next. ResetWeek and ResetMonth give that of the week and of the month and
+  // make `open` null; ResetYear makes `open` null and leaves `close` alone. Any other `reset` gives
+  // the session that opens next, in this minute at the earliest: one that runs already is passed
+  // over. The seconds of `dt` stay in both. On an empty list `open` is null and `close` is left
+  // alone.
+  void GetNextSessionCloseDT(ResetType reset, const CZRDateTime& dt, CZRDateTime& open,
+                             CZRDateTime& close) const;
+  // The close of the week's last session that comes next. A `dt` between Sunday and the first open
+  // is taken as one day later than it is, so the answer is a day early. Where there is none, since
+  // the list is empty or its last close is the first open, `close` is left alone.
+  void GetNextWeeklySessionCloseDT(const CZRDateTime& dt, CZRDateTime& close) const;
+  // The close of the last trading day of the month of `dt`, or of the month behind it where that is
+  // over. An empty list leaves `close` alone.
+  void GetNextMonthlySessionCloseDT(const CZRDateTime& dt, CZRDateTime& close) const;
+  // Does nothing: yearly closes are known to GetSessionInfo alone.
+  void GetNextYearlySessionCloseDT(const CZRDateTime& dt, CZRDateTime& close) const;
+
+  // The close of the trading day that closes nearest to `dt`, before it or behind it, at most
+  // `tolerance` away; of two at the same distance the one before. 1, or 0 where there is none or
+  // `reset` isn't ResetDay; `close` is then left alone.
+  int GetSessionInfoNearest(ResetType reset, const CZRDateTime& dt,
+                            const CZRDateTimeSpan& tolerance, CZRDateTime& close) const;
+  // The same choice by the close, but gives the open of the session that closes the day.
+  int GetStartOfSessionInfoNearest(ResetType reset, const CZRDateTime& dt,
+                                   const CZRDateTimeSpan& tolerance, CZRDateTime& open) const;
+
   // `dt`, which stands at the place `from` of the week, moved to the place `to`; both in seconds.
   static ReturnType GetRelativeDT(unsigned long from, unsigned long to, const CZRDateTime& dt,
                                   CZRDateTime& out);
@@ -219,6 +247,14 @@ class PXDUTIL_API CZRGSSession : public CObject {
   ReturnType GetSessionInfoResetYear(const CZRDateTime& dt, CZRDateTime& start, CZRDateTime& end,
                                      Status& status, unsigned long& index,
                                      unsigned short* flags) const;
+
+  int GetSessionInfoResetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
+                                    CZRDateTime& close) const;
+  int GetStartOfSessionInfoResetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
+                                           CZRDateTime& open) const;
+  // Both of them: `edge` is the minute of the day's last session that is wanted.
+  int GetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
+                    std::uint16_t ZRGS_SESSION_INFO::*edge, CZRDateTime& out) const;
 
   // Refreshes the working copy, normalises it and finds `dt` in it. `beforeOpen` seconds are added
   // to a place before the first open.
