@@ -24,6 +24,7 @@
 #include <pxdutil/quotes/date_time_fields.h>
 #include <pxdutil/quotes/quote.h>
 
+#include <pxdutil/reference/exchange.h>
 #include <pxdutil/reference/list_parser.h>
 #include <pxdutil/reference/toolbox.h>
 
