@@ -21,6 +21,11 @@ void Require(bool holds, const char* what) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace pxd::tool;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
+  ZRGS_SESSION rough;
+  std::string roughError;
+  const bool isRough = ReadRoughSessions(text, rough, roughError);
+  Require(isRough == roughError.empty(), "a refused list wasn't explained");
+
   ZRGS_SESSION week;
   std::string error;
   if (!ReadSessions(text, week, error)) {
@@ -30,6 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   Require(CZRGSSession::IsValid(week) != 0, "an invalid week was taken");
   const std::string machine = MachineText(week);
+  Require(isRough && MachineText(rough) == machine, "the same text was read in two ways");
   ZRGS_SESSION again;
   Require(ReadSessions(machine, again, error), "a week's machine form was refused");
   Require(MachineText(again) == machine, "a week changed on its way through the machine form");

@@ -64,8 +64,8 @@ TEST_F(Command, HelpIsThereOnAllLevels) {
   const Ran all = Run("--help");
   EXPECT_EQ(all.status, 0);
   EXPECT_EQ(all.err, "");
-  for (const std::string command :
-       {"bars", "show", "export", "adjust", "sessions", "fields", "settings", "sample"}) {
+  for (const std::string command : {"bars", "show", "export", "adjust", "sessions", "fields",
+                                    "settings", "exchanges", "sample"}) {
     EXPECT_NE(all.out.find("  " + command), std::string::npos) << command;
     const Ran one = Run(command + " --help");
     EXPECT_EQ(one.status, 0);
@@ -451,8 +451,9 @@ TEST_F(Command, SessionsAnswersForAMomentByEveryPeriod) {
   const Ran ran = Run("sessions 'Mon-Fri 09:30-16:00 dribble 10 reset 30' --at '2024-03-04 16:05'");
   EXPECT_EQ(ran.status, 0);
   // A year answers "fail" whatever it knows; 29 December 2023 was the last trading day before.
+  const std::size_t begin = ran.out.find("\nAt ");
   EXPECT_EQ(
-      ran.out.substr(ran.out.find("\nAt ")),
+      ran.out.substr(begin, ran.out.find("\n\n", begin) + 1 - begin),
       "\nAt 2024-03-04 16:05:00:\n"
       "  Period   Answer Status     Open                 Close                Flags\n"
       "  session  ok     dribble    2024-03-04 09:30:00  2024-03-04 16:00:00  follows a reset, "

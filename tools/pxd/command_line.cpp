@@ -63,6 +63,7 @@ int Run(int argc, const char* const* argv) {
   AddSessionsCommand(app, status);
   AddFieldsCommand(app, status);
   AddSettingsCommand(app, status);
+  AddExchangesCommand(app, status);
   AddSampleCommand(app, status);
   try {
     app.parse(argc, argv);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
 #include "words.h"
 
@@ -145,6 +146,23 @@ std::optional<std::int32_t> ReadShift(std::string_view text) {
   }
   const auto seconds = static_cast<std::int32_t>(time->GetTime());
   return back ? -seconds : seconds;
+}
+
+std::optional<CZRDateTimeSpan> ReadSpan(std::string_view text) {
+  text = Trim(text);
+  if (text.empty()) {
+    return std::nullopt;
+  }
+  constexpr std::string_view kUnits = "smhd";
+  constexpr std::array<std::uint32_t, 4> kSeconds = {1, 60, 3600, kSecondsPerDay};
+  const std::size_t unit = kUnits.find(text.back());
+  const auto number = WholeNumber(text.substr(0, text.size() - 1), 0xFFFFU);
+  if (unit == std::string_view::npos || !number) {
+    return std::nullopt;
+  }
+  const std::uint64_t seconds = std::uint64_t{*number} * kSeconds[unit];
+  return CZRDateTimeSpan(static_cast<unsigned short>(seconds / kSecondsPerDay),
+                         static_cast<unsigned long>(seconds % kSecondsPerDay));
 }
 
 std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t seconds) {

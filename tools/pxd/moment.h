@@ -27,6 +27,9 @@ std::optional<CZRDateTime> ReadDateTime(std::string_view text);
 // +HH:MM or -HH:MM, below a day, in seconds.
 std::optional<std::int32_t> ReadShift(std::string_view text);
 
+// A length of time such as 45s, 90m, 12h or 1d.
+std::optional<CZRDateTimeSpan> ReadSpan(std::string_view text);
+
 // The moment moved by a number of seconds, across midnight too. Nothing where it leaves the years
 // in which a calendar can be asked: a look-up counts to the month's end and beyond.
 std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t seconds);

@@ -189,7 +189,10 @@ void StartBehindLongestGap(ZRGS_SESSION& week) {
   }
 }
 
-bool ReadPeoplesForm(std::string_view text, ZRGS_SESSION& out, std::string& error) {
+// Whether the list that was read must be valid.
+enum class Demand { kValid, kNothing };
+
+bool ReadPeoplesForm(std::string_view text, Demand demand, ZRGS_SESSION& out, std::string& error) {
   ZRGS_SESSION week;
   std::vector<std::string_view> groups = Split(text, ';');
   if (groups.size() > 1 && groups.back().empty()) {
@@ -210,7 +213,7 @@ bool ReadPeoplesForm(std::string_view text, ZRGS_SESSION& out, std::string& erro
       return false;
     }
   }
-  error = CollisionIn(week);
+  error = demand == Demand::kValid ? CollisionIn(week) : "";
   if (!error.empty()) {
     return false;
   }
@@ -223,7 +226,7 @@ bool ReadPeoplesForm(std::string_view text, ZRGS_SESSION& out, std::string& erro
   if (last.CloseMinute == week.sessions.front().OpenMinute) {
     last.CloseMinute = static_cast<std::uint16_t>(last.CloseMinute + kMinutesPerWeek);
   }
-  error = WhyInvalid(week);
+  error = demand == Demand::kValid ? WhyInvalid(week) : "";
   if (!error.empty()) {
     return false;
   }
@@ -272,7 +275,7 @@ bool CheckMachineForm(std::string_view text, std::string& error) {
   return true;
 }
 
-bool ReadMachineForm(std::string_view text, ZRGS_SESSION& out, std::string& error) {
+bool ReadMachineForm(std::string_view text, Demand demand, ZRGS_SESSION& out, std::string& error) {
   if (!CheckMachineForm(text, error)) {
     return false;
   }
@@ -286,12 +289,22 @@ bool ReadMachineForm(std::string_view text, ZRGS_SESSION& out, std::string& erro
     CZRGSSession::BuildZRGS_SESSIONFromString(("1:" + std::string(group)).c_str(), one);
     asGiven.sessions.insert(asGiven.sessions.end(), one.sessions.begin(), one.sessions.end());
   }
-  error = WhyInvalid(asGiven);
+  error = demand == Demand::kValid ? WhyInvalid(asGiven) : "";
   if (!error.empty()) {
     return false;
   }
-  CZRGSSession::BuildZRGS_SESSIONFromString(std::string(text).c_str(), out);
+  out = asGiven;
   return true;
+}
+
+bool ReadEitherForm(std::string_view text, Demand demand, ZRGS_SESSION& out, std::string& error) {
+  const std::string_view whole = Trim(text);
+  if (whole.empty()) {
+    error = "the sessions are empty; expected for example \"Mon-Fri 09:30-16:00\"";
+    return false;
+  }
+  return LooksLikeMachineForm(whole) ? ReadMachineForm(whole, demand, out, error)
+                                     : ReadPeoplesForm(whole, demand, out, error);
 }
 
 std::string MinuteText(std::uint32_t minute) {
@@ -301,13 +314,11 @@ std::string MinuteText(std::uint32_t minute) {
 }  // namespace
 
 bool ReadSessions(std::string_view text, ZRGS_SESSION& out, std::string& error) {
-  const std::string_view whole = Trim(text);
-  if (whole.empty()) {
-    error = "the sessions are empty; expected for example \"Mon-Fri 09:30-16:00\"";
-    return false;
-  }
-  return LooksLikeMachineForm(whole) ? ReadMachineForm(whole, out, error)
-                                     : ReadPeoplesForm(whole, out, error);
+  return ReadEitherForm(text, Demand::kValid, out, error);
+}
+
+bool ReadRoughSessions(std::string_view text, ZRGS_SESSION& out, std::string& error) {
+  return ReadEitherForm(text, Demand::kNothing, out, error);
 }
 
 std::string SessionText(const ZRGS_SESSION_INFO& session) {

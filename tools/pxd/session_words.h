@@ -28,6 +28,9 @@ namespace pxd::tool {
 // Reads either form. The list is valid. On failure the result is false, `out` stays as it was, and
 // `error` says what is wrong and what was expected.
 bool ReadSessions(std::string_view text, ZRGS_SESSION& out, std::string& error);
+// The same for a list that is to be repaired: how its sessions stand to each other isn't looked at,
+// so the list may be invalid.
+bool ReadRoughSessions(std::string_view text, ZRGS_SESSION& out, std::string& error);
 
 // "Mon 09:30 - 16:00", "Sun 18:00 - Mon 17:00".
 std::string SessionText(const ZRGS_SESSION_INFO& session);

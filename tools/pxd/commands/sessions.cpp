@@ -2,108 +2,101 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <array>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include <pxdutil/sessions/session.h>
 
 #include "../failure.h"
 #include "../moment.h"
+#include "../session_check.h"
 #include "../session_words.h"
-#include "../streams.h"
+#include "../week_text.h"
 #include "../words.h"
 #include "commands.h"
 
 namespace pxd::tool {
 namespace {
 
+// A week, either way.
+constexpr int kMostOffset = 10080;
+
 struct SessionsSettings {
   std::string text;
   std::string moment;
+  std::string tolerance = "1d";
+  int offset = 0;
+  bool compact = false;
+  bool makeValid = false;
 };
 
-struct Period {
-  CZRGSSession::ResetType type;
-  std::string_view name;
-};
-constexpr std::array<Period, 5> kPeriods = {{{CZRGSSession::ResetNone, "session"},
-                                             {CZRGSSession::ResetDay, "day"},
-                                             {CZRGSSession::ResetWeek, "week"},
-                                             {CZRGSSession::ResetMonth, "month"},
-                                             {CZRGSSession::ResetYear, "year"}}};
-
-std::string_view StatusWords(CZRGSSession::Status status) {
-  switch (status) {
-    case CZRGSSession::StatusClosed:
-      return "closed";
-    case CZRGSSession::StatusInPeriod:
-      return "in period";
-    case CZRGSSession::StatusOpen:
-      return "open";
-    case CZRGSSession::StatusDribble:
-      return "dribble";
-    case CZRGSSession::StatusReset:
-      return "reset";
+CZRDateTime MomentOption(const std::string& text) {
+  const auto moment = ReadDateTime(Trim(text));
+  if (!moment || !IsInCalendarYears(*moment)) {
+    throw Failure(kExitBadUsage,
+                  fmt::format("--at: {} is no moment; expected one such as \"2024-03-04 09:31\", "
+                              "from {}",
+                              Quoted(text), kCalendarYears));
   }
-  return "";
+  return *moment;
 }
 
-std::string FlagWords(unsigned short flags) {
-  std::string words;
-  if ((flags & CZRGSSession::kFollowsReset) != 0) {
-    words += "follows a reset";
+CZRDateTimeSpan ToleranceOption(const std::string& text) {
+  const auto span = ReadSpan(text);
+  if (!span) {
+    throw Failure(
+        kExitBadUsage,
+        fmt::format("--tolerance: {} is no length of time; expected a number of 0 to 65535 "
+                    "and a unit, such as 45s, 90m, 12h or 1d",
+                    Quoted(text)));
   }
-  if ((flags & CZRGSSession::kEndsInReset) != 0) {
-    words += words.empty() ? "ends in a reset" : ", ends in a reset";
-  }
-  return words.empty() ? "-" : words;
+  return *span;
 }
 
-// What a look-up leaves alone is shown as "-".
-std::string MomentOrDash(const CZRDateTime& moment) {
-  return moment.IsNullDateTime() != 0 ? "-" : MomentText(moment);
-}
-
-std::string AnswersAt(const ZRGS_SESSION& week, const CZRDateTime& moment) {
-  std::string text = fmt::format("\nAt {}:\n", MomentText(moment));
-  text += fmt::format("  {:<8} {:<6} {:<10} {:<20} {:<20} {}\n", "Period", "Answer", "Status",
-                      "Open", "Close", "Flags");
-  for (const Period& period : kPeriods) {
-    const CZRGSSession calendar(week);
-    CZRDateTime open;
-    CZRDateTime close;
-    CZRGSSession::Status status = CZRGSSession::StatusClosed;
-    unsigned long index = 0;
-    unsigned short flags = 0;
-    const auto answer =
-        calendar.GetSessionInfo(period.type, moment, open, close, status, index, flags);
-    text += fmt::format("  {:<8} {:<6} {:<10} {:<20} {:<20} {}\n", period.name,
-                        answer == CZRGSSession::ReturnOK ? "ok" : "fail", StatusWords(status),
-                        MomentOrDash(open), MomentOrDash(close), FlagWords(flags));
+// The week of the text, repaired where that was asked for; what the repair trimmed goes to
+// `trimmed`.
+ZRGS_SESSION WeekOf(const SessionsSettings& settings, std::string& trimmed) {
+  if (!settings.makeValid) {
+    return SessionsOption("sessions", settings.text);
   }
-  return text;
+  ZRGS_SESSION rough;
+  std::string error;
+  if (!ReadRoughSessions(settings.text, rough, error)) {
+    throw Failure(kExitBadUsage, "sessions: " + error);
+  }
+  CZRGSSession calendar(rough);
+  if (!calendar.MakeValid() || CZRGSSession::IsValid(calendar.GetSession()) == 0) {
+    throw Failure(kExitBadData,
+                  "--make-valid: shorter windows don't help: " + WhyInvalid(calendar.GetSession()));
+  }
+  trimmed = TrimmedText(rough, calendar.GetSession());
+  return calendar.GetSession();
 }
 
 void RunSessions(const SessionsSettings& settings) {
-  const ZRGS_SESSION week = SessionsOption("sessions", settings.text);
-  std::string text = "Week:\n" + WeekText(week);
+  std::string trimmed;
+  ZRGS_SESSION week = WeekOf(settings, trimmed);
+  if (settings.offset != 0) {
+    CZRGSSession calendar(week);
+    calendar.ApplyOffset(settings.offset);
+    week = calendar.GetSession();
+  }
+  std::string text;
+  if (settings.makeValid) {
+    text += trimmed.empty() ? "Nothing was trimmed.\n\n" : "Trimmed:\n" + trimmed + '\n';
+  }
+  text += "Week:\n" + WeekText(week);
   text += fmt::format("\nMachine form: {}\n", MachineText(week));
   text += fmt::format("Valid: {}\n", CZRGSSession::IsValid(week) != 0 ? "yes" : "no");
-  if (!settings.moment.empty()) {
-    const auto moment = ReadDateTime(Trim(settings.moment));
-    if (!moment || !IsInCalendarYears(*moment)) {
-      throw Failure(kExitBadUsage,
-                    fmt::format("--at: {} is no moment; expected one such as \"2024-03-04 09:31\", "
-                                "from {}",
-                                Quoted(settings.moment), kCalendarYears));
-    }
-    text += AnswersAt(week, *moment);
+  if (settings.compact) {
+    text += CompactText(week);
   }
-  Output output;
-  output.Write(text);
-  output.Finish();
+  if (!settings.moment.empty()) {
+    const CZRDateTime moment = MomentOption(settings.moment);
+    const CZRDateTimeSpan tolerance = ToleranceOption(settings.tolerance);
+    text += PeriodsText(week, moment) + '\n' + ClosesText(week, moment, tolerance);
+  }
+  Print(text);
 }
 
 }  // namespace
@@ -118,10 +111,26 @@ void AddSessionsCommand(CLI::App& app, int&) {
       "are\n"
       "equal; where the calendar can't hold that order, with the first one that opens in the week\n"
       "from Sunday.\n"
-      "\nA year always answers \"fail\", with its open and close where they are known.");
+      "\nA year always answers \"fail\", with its open and close where they are known. The next\n"
+      "session is one that opens in this minute at the earliest; one that runs already is passed\n"
+      "over. On Sunday, ahead of the first open, the week's answers are a day early.\n"
+      "\nThe compact form holds one time of the day and some days for the sessions that end a "
+      "trading\n"
+      "day, and one for those that don't; dribble windows have no place in it.");
   command->add_option("TEXT", settings->text, "The week of sessions")->required();
   command->add_option("--at", settings->moment, "Tell where this moment falls, for every period")
       ->type_name("\"YYYY-MM-DD HH:MM[:SS]\"");
+  command
+      ->add_option("--tolerance", settings->tolerance,
+                   "How far off the nearest daily close may be, as 12h (1d)")
+      ->type_name("SPAN");
+  command->add_flag("--uni", settings->compact,
+                    "Also show the compact form, and what is lost in it");
+  command->add_option("--offset", settings->offset, "Move the week by so many minutes")
+      ->check(CLI::Range(-kMostOffset, kMostOffset).description(""))
+      ->type_name("MINUTES");
+  command->add_flag("--make-valid", settings->makeValid,
+                    "Repair sessions whose windows run into the next, and say what was trimmed");
   command->callback([settings] { RunSessions(*settings); });
 }
 
