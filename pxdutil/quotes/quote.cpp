@@ -4,8 +4,8 @@
 #include <mutex>
 #include <new>
 
-#include <pxdutil/foundation/packed.h>
 #include <pxdutil/quotes/date_time_fields.h>
+#include <pxdutil/quotes/detail/node.h>
 
 namespace {
 
@@ -17,14 +17,10 @@ constexpr unsigned char kStatusWithoutValue = 8;
 constexpr unsigned char kLargestStatus = 9;
 constexpr std::size_t kMostFields = 199;
 
-using Field = CZRGSQuote::ZRGS_QUOTE_FIELD;
+using pxd::detail::StatusOf;
+using pxd::detail::TypeOf;
 
-unsigned char TypeOf(const Field& field) {
-  return field.bTypeStatus >> 4;
-}
-unsigned char StatusOf(const Field& field) {
-  return field.bTypeStatus & 0x0F;
-}
+using Field = pxd::detail::QuoteField;
 
 // The bytes that a field without a value gets by its type; 0 for types that can't be without one.
 std::size_t SizeWithoutValue(long type) {

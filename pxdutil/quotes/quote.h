@@ -27,6 +27,7 @@
 #include <pxdutil/foundation/export.h>
 #include <pxdutil/foundation/inline_vector.h>
 #include <pxdutil/foundation/spin_mutex.h>
+#include <pxdutil/foundation/text.h>
 
 class PXDUTIL_API CZRGSQuote {
  public:
@@ -95,6 +96,28 @@ class PXDUTIL_API CZRGSQuote {
   [[nodiscard]] static double GetDoubleValue(const ZRGS_QUOTE_FIELD* field);
   [[nodiscard]] static unsigned short GetDateValue(const ZRGS_QUOTE_FIELD* field);
   [[nodiscard]] static unsigned long GetTimeValue(const ZRGS_QUOTE_FIELD* field);
+
+  // Words for logs and diagnostic displays. The field must be there; its value may be short or
+  // missing.
+
+  // The short name of the field's id, null where the id has none. The field catalogue's names are
+  // others, meant for users.
+  [[nodiscard]] static const char* GetFieldName(const ZRGS_QUOTE_FIELD* field);
+  // "QFTYPE_TIME" and so on; empty for codes 12 and 15.
+  [[nodiscard]] static CString GetTypeString(const ZRGS_QUOTE_FIELD* field);
+  // The value: HH:MM:SS, MM/DD/YYYY, the text up to its NUL or end, or the number; a QFTYPE_PIECES
+  // as its number, a slash and the character in single quotes. Beyond text, at most 99 characters.
+  // A value shorter than its type reads as 0. Empty for QFTYPE_NOVALUE and codes 12 and 15.
+  [[nodiscard]] static CString GetDataString(const ZRGS_QUOTE_FIELD* field);
+  // The word for statuses 0 to 5, "?" for all others, 8 among them.
+  [[nodiscard]] static const char* GetStatusString(const ZRGS_QUOTE_FIELD* field);
+  // The bytes of the field's value.
+  [[nodiscard]] static unsigned int GetDataSize(const ZRGS_QUOTE_FIELD* field);
+  // The bytes that a value of this type code takes in a buffer of values laid end to end: texts and
+  // streams say so themselves, by the 16-bit length that `data` begins with (0 where it is null),
+  // which a node's value doesn't have. `data` is read for those two alone. A QFTYPE_PIECES counts
+  // 4, one byte less than it has. 0 for code 12 and for what is no type.
+  [[nodiscard]] static unsigned int GetDataSize(unsigned char type, void* data);
 
   // An empty quote; the argument is accepted and ignored.
   CZRGSQuote() = default;

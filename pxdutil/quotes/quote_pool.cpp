@@ -4,8 +4,9 @@
 #include <mutex>
 #include <new>
 #include <string>
+#include <string_view>
 
-#include <pxdutil/foundation/packed.h>
+#include <pxdutil/quotes/detail/node.h>
 #include <pxdutil/quotes/quote.h>
 
 pxd::SpinMutex CZRGSQuote::m_Crit;
@@ -14,28 +15,24 @@ std::vector<CZRGSQuote::ZRGS_QUOTE_FIELD*> CZRGSQuote::m_vFieldPool;
 
 namespace {
 
-using Field = CZRGSQuote::ZRGS_QUOTE_FIELD;
+using pxd::detail::StatusOf;
+using pxd::detail::TypeOf;
+using pxd::detail::ValueOf;
+
+using Field = pxd::detail::QuoteField;
 
 void FreeNode(Field* node) {
   delete[] node->pData;
   delete node;
 }
 
-// The value as a T, 0 where the bytes are fewer than a T takes.
-template <class T>
-T ValueOf(const Field& field) {
-  return field.pData != nullptr && field.wSize >= sizeof(T) ? pxd::LoadAs<T>(field.pData) : T{};
-}
-
 double NumberInText(const Field& field) {
-  if (field.pData == nullptr || field.wSize == 0) {
+  const std::string_view text = pxd::detail::TextOf(field);
+  if (text.empty()) {
     return 0.0;
   }
-  const char* const text = reinterpret_cast<const char*>(field.pData);
-  if (std::memchr(text, '\0', field.wSize) != nullptr) {
-    return std::atof(text);
-  }
-  return std::atof(std::string(text, field.wSize).c_str());
+  const bool hasNul = text.size() < field.wSize;
+  return hasNul ? std::atof(text.data()) : std::atof(std::string(text).c_str());
 }
 
 }  // namespace
@@ -65,8 +62,7 @@ CZRGSQuote::ZRGS_QUOTE_FIELD* CZRGSQuote::CreateField(const ZRGS_QUOTE_FIELD* fi
   if (field == nullptr) {
     return nullptr;
   }
-  return TakeNode(field->bTypeStatus & 0x0F, field->bTypeStatus >> 4, field->wFieldID, field->pData,
-                  field->wSize);
+  return TakeNode(StatusOf(*field), TypeOf(*field), field->wFieldID, field->pData, field->wSize);
 }
 
 CZRGSQuote::ZRGS_QUOTE_FIELD* CZRGSQuote::TakeNode(unsigned char status, unsigned char type,
@@ -144,7 +140,7 @@ void CZRGSQuote::ReleaseAll() {
 }
 
 unsigned long CZRGSQuote::GetTimeValue(const ZRGS_QUOTE_FIELD* field) {
-  switch (field->bTypeStatus >> 4) {
+  switch (TypeOf(*field)) {
     case QFTYPE_TIME:
     case QFTYPE_ULONG:
       return ValueOf<std::uint32_t>(*field);
@@ -154,7 +150,7 @@ unsigned long CZRGSQuote::GetTimeValue(const ZRGS_QUOTE_FIELD* field) {
 }
 
 unsigned short CZRGSQuote::GetDateValue(const ZRGS_QUOTE_FIELD* field) {
-  switch (field->bTypeStatus >> 4) {
+  switch (TypeOf(*field)) {
     case QFTYPE_DATE:
       return ValueOf<std::uint16_t>(*field);
     case QFTYPE_ULONG:
@@ -165,7 +161,7 @@ unsigned short CZRGSQuote::GetDateValue(const ZRGS_QUOTE_FIELD* field) {
 }
 
 double CZRGSQuote::GetDoubleValue(const ZRGS_QUOTE_FIELD* field) {
-  switch (field->bTypeStatus >> 4) {
+  switch (TypeOf(*field)) {
     case QFTYPE_TIME:
     case QFTYPE_ULONG:
       return ValueOf<std::uint32_t>(*field);
