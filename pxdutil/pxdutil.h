@@ -22,6 +22,7 @@
 #include <pxdutil/sessions/session.h>
 
 #include <pxdutil/quotes/date_time_fields.h>
+#include <pxdutil/quotes/field_item.h>
 #include <pxdutil/quotes/quote.h>
 
 #include <pxdutil/reference/exchange.h>

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <pxdutil/foundation/packed.h>
+#include <pxdutil/quotes/detail/bounded_text.h>
 #include <pxdutil/quotes/quote.h>
 
 namespace pxd::detail {
@@ -30,11 +31,7 @@ T ValueOf(const QuoteField& field, std::size_t offset = 0) {
 
 // The value as text, up to its NUL or, where it has none, up to its end.
 inline std::string_view TextOf(const QuoteField& field) {
-  if (field.pData == nullptr) {
-    return {};
-  }
-  const std::string_view bytes(reinterpret_cast<const char*>(field.pData), field.wSize);
-  return bytes.substr(0, bytes.find('\0'));
+  return TextUpTo(field.pData, field.wSize);
 }
 
 }  // namespace pxd::detail
