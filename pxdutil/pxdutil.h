@@ -25,6 +25,7 @@
 #include <pxdutil/quotes/field_item.h>
 #include <pxdutil/quotes/news.h>
 #include <pxdutil/quotes/quote.h>
+#include <pxdutil/quotes/transaction.h>
 
 #include <pxdutil/reference/exchange.h>
 #include <pxdutil/reference/list_parser.h>
