@@ -24,6 +24,7 @@
 #include <pxdutil/quotes/date_time_fields.h>
 #include <pxdutil/quotes/field_item.h>
 #include <pxdutil/quotes/news.h>
+#include <pxdutil/quotes/notification.h>
 #include <pxdutil/quotes/quote.h>
 #include <pxdutil/quotes/transaction.h>
 
