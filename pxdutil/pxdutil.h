@@ -50,7 +50,10 @@
 #include <pxdutil/history/field_resolution.h>
 #include <pxdutil/history/history_settings.h>
 
+#include <pxdutil/query/client_query.h>
+#include <pxdutil/query/explain_query.h>
 #include <pxdutil/query/query_info.h>
+#include <pxdutil/query/query_rule.h>
 
 #include <pxdutil/version.h>
 

@@ -1,0 +1,96 @@
+// QueryFailureObserver: watches a parse and knows, where it failed, what was looked for there.
+#ifndef PXDUTIL_QUERY_DETAIL_QUERY_FAILURE_H
+#define PXDUTIL_QUERY_DETAIL_QUERY_FAILURE_H
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include <pxdutil/query/detail/query_parser.h>
+#include <pxdutil/query/detail/query_tokens.h>
+#include <pxdutil/query/query_rule.h>
+
+namespace pxd::detail {
+
+using QueryExpected = std::variant<TOKEN_TYPE, QueryThing>;
+
+struct QueryFailure {
+  // Unexpected while no rule of its own was broken.
+  QueryRule rule = QueryRule::Unexpected;
+  // The token; its `data` is null where it is the parser's current one.
+  std::string_view place;
+  // In the order in which it was looked for.
+  std::vector<QueryExpected> expected;
+};
+
+// As the parser never goes back, it fails at its current token or at one just read, and whatever
+// was looked for at earlier tokens is settled.
+class QueryFailureObserver {
+ public:
+  void Looked(TOKEN_TYPE token) { Add(token); }
+  void Looked(QueryThing thing) { Add(thing); }
+  void Took(QueryThing thing, std::string_view place) { m_taken[Index(thing)] = place; }
+  void ChartBegan(std::string_view place) {
+    m_chart = place;
+    m_taken = {};
+  }
+  void Moved() {
+    m_failure = {};
+    m_settled = false;
+  }
+  void Refused(QueryRule rule, std::string_view place) {
+    if (!m_settled) {
+      m_failure.rule = rule;
+      m_failure.place = place;
+      m_settled = true;
+    }
+  }
+  void Abandoned() { m_settled = true; }
+  void WhatMissed(std::string_view place) {
+    m_what = m_failure;
+    if (m_what.place.data() == nullptr) {
+      m_what.place = place;
+    }
+    if (!m_settled) {
+      m_what.rule = QueryRule::WhatMissing;
+    }
+  }
+  void WhatNeeded() {
+    m_failure = std::move(m_what);
+    m_settled = true;
+  }
+
+  [[nodiscard]] const QueryFailure& Failure() const { return m_failure; }
+  // Where the thing was read; the chart's word where the chart broke off ahead of it.
+  [[nodiscard]] std::string_view PlaceOf(QueryThing thing) const {
+    const std::string_view taken = m_taken[Index(thing)];
+    return taken.data() != nullptr ? taken : m_chart;
+  }
+  // The word of the chart.
+  [[nodiscard]] std::string_view Chart() const { return m_chart; }
+
+ private:
+  static std::size_t Index(QueryThing thing) { return static_cast<std::size_t>(thing); }
+
+  void Add(QueryExpected expected) {
+    std::vector<QueryExpected>& all = m_failure.expected;
+    if (!m_settled && std::find(all.begin(), all.end(), expected) == all.end()) {
+      all.push_back(expected);
+    }
+  }
+
+  QueryFailure m_failure;
+  // A production broke off at this token: what else is looked for here is no help to a writer.
+  bool m_settled = false;
+  QueryFailure m_what;
+  std::string_view m_chart;
+  std::array<std::string_view, kQueryThings> m_taken = {};
+};
+
+}  // namespace pxd::detail
+
+#endif

@@ -1,0 +1,463 @@
+// QueryParser: the one parser of the query language, by recursive descent over its grammar.
+//
+// It tells an observer what it looks for and what it meets. The parser that hosts call has an
+// observer that does nothing and costs nothing; the one behind ExplainQuery remembers what could
+// have stood where the text went wrong. So the two can't disagree.
+//
+// There is no going back: a production that fails has taken what it has taken, and what is tried
+// next goes on from there. What it stored stays too, as the caller may see it.
+#ifndef PXDUTIL_QUERY_DETAIL_QUERY_PARSER_H
+#define PXDUTIL_QUERY_DETAIL_QUERY_PARSER_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include <pxdutil/query/detail/parsed_query.h>
+#include <pxdutil/query/detail/query_grammar.h>
+#include <pxdutil/query/detail/query_lexer.h>
+#include <pxdutil/query/detail/query_numbers.h>
+
+namespace pxd::detail {
+
+// What a token that is no word is good for, or what the words of a family are.
+enum class QueryThing : std::uint8_t {
+  FieldID,
+  ChartCount,
+  ChartQuantity,
+  ChartUnit,
+  AnalysisType,
+  AnalysisValue,
+  AnalysisParam1,
+  AnalysisParam2,
+  Value,
+  GroupID,
+  GroupNumber,
+  TransactionID,
+};
+inline constexpr std::size_t kQueryThings = 12;
+
+// Sees nothing, and compiles to nothing.
+struct NoQueryObserver {
+  // The current token was asked for this one, or for this thing, and is another.
+  static void Looked(TOKEN_TYPE) {}
+  static void Looked(QueryThing) {}
+  // The current token was taken for this.
+  static void Took(QueryThing, std::string_view) {}
+  // The current token is the word of a chart.
+  static void ChartBegan(std::string_view) {}
+  // The token is left behind, and another is current.
+  static void Moved() {}
+  // What was read at `place` breaks a rule of its own.
+  static void Refused(QueryRule, std::string_view) {}
+  // A production failed behind its first token: what else may be tried from here is not what a
+  // writer would have meant.
+  static void Abandoned() {}
+  // There is no proper WHAT list at `place`, which may turn out to be needed.
+  static void WhatMissed(std::string_view) {}
+  static void WhatNeeded() {}
+};
+
+template <class Observer>
+class QueryParser {
+ public:
+  QueryParser(std::string_view text, ParsedQuery& query, Observer& observer)
+      : m_lexer(text), m_query(query), m_observer(observer) {}
+
+  // Whether the text is a sentence. An end query may begin where a start query failed.
+  [[nodiscard]] bool Parse() {
+    m_lexer.Advance();
+    return (StartQuery() || EndQuery()) && Match(TOKEN_TYPE::EndOfText);
+  }
+
+  [[nodiscard]] const QueryLexer& Lexer() const { return m_lexer; }
+
+ private:
+  // ["BEGINQUERY"] verb [WhatClause] "FROM" FromClause
+  //     ["WHERE" WhereClause ["GROUP_BY" GroupByClause]]
+  bool StartQuery() {
+    Take(TOKEN_TYPE::BeginQuery);
+    const VerbRow* const verb = TakeOneOf(kVerbs);
+    if (verb == nullptr) {
+      return false;
+    }
+    m_query.verb = verb->verb;
+    return BehindVerb(verb->what) || Abandon();
+  }
+
+  bool BehindVerb(WhatDemand demand) {
+    bool whatMissing = false;
+    if (demand != WhatDemand::None && !WhatClause()) {
+      whatMissing = demand == WhatDemand::Needed;
+      m_observer.WhatMissed(m_lexer.Text());
+    }
+    if (!Take(TOKEN_TYPE::From) || !FromClause()) {
+      return false;
+    }
+    if (whatMissing && m_query.type != QUERY_TYPE_SCANNING) {
+      m_observer.WhatNeeded();
+      return false;
+    }
+    if (!Take(TOKEN_TYPE::Where)) {
+      return true;
+    }
+    return WhereClause() && (!Take(TOKEN_TYPE::GroupBy) || GroupByClause());
+  }
+
+  // ("END" or "ENDQUERY") TransactionID
+  bool EndQuery() {
+    if (!Take(TOKEN_TYPE::End) && !Take(TOKEN_TYPE::EndQuery)) {
+      return false;
+    }
+    if (!Integer(QueryThing::TransactionID, m_query.transactionID)) {
+      return Abandon();
+    }
+    m_query.type = QUERY_TYPE_NONE;
+    return true;
+  }
+
+  // Chart, or a field list and then a Chart where the list ends in a comma before one. The list is
+  // also tried where a chart broke off.
+  bool WhatClause() {
+    if (Chart()) {
+      return true;
+    }
+    bool chartFollows = false;
+    return FieldIDList(m_query.what, QueryRule::TooManyFields, &chartFollows) &&
+           (!chartFollows || Chart());
+  }
+
+  // FieldID {"," FieldID}. With `chartFollows` also ["," and then "CHART", which stays current].
+  template <std::size_t Most>
+  bool FieldIDList(ParsedList<std::uint16_t, Most>& list, QueryRule tooMany,
+                   bool* chartFollows = nullptr) {
+    if (list.count == Most) {
+      return Refuse(tooMany, m_lexer.Text());
+    }
+    while (Integer(QueryThing::FieldID, list.items[list.count])) {
+      ++list.count;
+      if (!Take(TOKEN_TYPE::Comma)) {
+        return true;
+      }
+      if (list.count == Most) {
+        return Refuse(tooMany, m_lexer.Text());
+      }
+      if (chartFollows != nullptr && Match(TOKEN_TYPE::Chart)) {
+        *chartFollows = true;
+        return true;
+      }
+    }
+    return list.count != 0 && Abandon();
+  }
+
+  bool FromClause() {
+    const SourceRow* const source = TakeOneOf(kSources);
+    if (source == nullptr) {
+      return false;
+    }
+    m_query.type = source->type;
+    return true;
+  }
+
+  // Condition {"AND" Condition}
+  bool WhereClause() {
+    do {
+      if (!Condition()) {
+        return false;
+      }
+    } while (Take(TOKEN_TYPE::And));
+    return true;
+  }
+
+  // FieldID operator Value
+  bool Condition() {
+    ParsedList<ParsedCondition, kMostConditions>& conditions = m_query.conditions;
+    if (conditions.count == kMostConditions) {
+      return Refuse(QueryRule::TooManyConditions, m_lexer.Text());
+    }
+    ParsedCondition& condition = conditions.items[conditions.count];
+    if (!Integer(QueryThing::FieldID, condition.field)) {
+      return false;
+    }
+    const OperatorRow* const row = TakeOneOf(kOperators);
+    if (row == nullptr) {
+      return m_lexer.Token() == TOKEN_TYPE::Less && Refuse(QueryRule::LessThan, m_lexer.Text());
+    }
+    condition.op = row->op;
+    if (!Value(condition.value)) {
+      return false;
+    }
+    ++conditions.count;
+    return true;
+  }
+
+  bool Value(std::string_view& value) {
+    if (!Is(TOKEN_TYPE::String, QueryThing::Value)) {
+      return false;
+    }
+    const std::string_view quoted = m_lexer.Text();
+    if (quoted.size() - 2 > kLongestValue) {
+      return Refuse(QueryRule::ValueTooLong, quoted);
+    }
+    value = quoted.substr(1, quoted.size() - 2);
+    Advance();
+    return true;
+  }
+
+  // INTNum {"," number}
+  bool GroupByClause() {
+    if (!Integer(QueryThing::GroupID, m_query.groupByID)) {
+      return false;
+    }
+    std::size_t count = 0;
+    while (Take(TOKEN_TYPE::Comma)) {
+      if (count == kMostGroupNumbers) {
+        return Refuse(QueryRule::TooManyGroupNumbers, m_lexer.Text());
+      }
+      if (!Integer(QueryThing::GroupNumber, m_query.groupNumbers[count])) {
+        return false;
+      }
+      ++count;
+    }
+    m_query.groupSize = static_cast<std::int16_t>(count);
+    return true;
+  }
+
+  // "CHART" "(" chart-info ["," SnapShotFieldIDList] ")"
+  bool Chart() {
+    if (!Take(TOKEN_TYPE::Chart)) {
+      return false;
+    }
+    if (!Take(TOKEN_TYPE::OpenParen) || !ChartInfo()) {
+      return Abandon();
+    }
+    if (Take(TOKEN_TYPE::Comma) &&
+        !FieldIDList(m_query.snapshot, QueryRule::TooManySnapshotFields)) {
+      return Abandon();
+    }
+    if (!Take(TOKEN_TYPE::CloseParen)) {
+      return Abandon();
+    }
+    m_query.hasChart = true;
+    return true;
+  }
+
+  // Each form in turn, from wherever the one before it stopped.
+  bool ChartInfo() {
+    for (const ChartRow& row : kCharts) {
+      if (!Match(row.word)) {
+        continue;
+      }
+      m_query.chartKind = row.kind;
+      m_observer.ChartBegan(m_lexer.Text());
+      Advance();
+      if (ChartInfoBehindWord(row)) {
+        return true;
+      }
+      Abandon();
+    }
+    return false;
+  }
+
+  bool ChartInfoBehindWord(const ChartRow& row) {
+    if (!Take(TOKEN_TYPE::Comma) || !ChartSize(row)) {
+      return false;
+    }
+    return row.kind == QUERY_CHART_ANALYSIS ? AnalysisParameters() : PrimaryField(row.onlyField);
+  }
+
+  bool ChartSize(const ChartRow& row) {
+    // The size is packed, and nothing refers to its members.
+    switch (row.size) {
+      case ChartSizeForm::None:
+        return true;
+      case ChartSizeForm::Count: {
+        std::uint32_t count = 0;
+        if (!Integer(QueryThing::ChartCount, count)) {
+          return false;
+        }
+        m_query.chartSize.dwCount = count;
+        break;
+      }
+      case ChartSizeForm::Quantity:
+        if (!ChartQuantity()) {
+          return false;
+        }
+        break;
+      case ChartSizeForm::Resolution:
+        if (!Resolution()) {
+          return false;
+        }
+        break;
+    }
+    return row.separator == ChartSeparator::Comma ? Take(TOKEN_TYPE::Comma) : TakeAnything();
+  }
+
+  // number "," unit
+  bool Resolution() {
+    if (!ChartQuantity() || !Take(TOKEN_TYPE::Comma)) {
+      return false;
+    }
+    const std::string_view place = m_lexer.Text();
+    const UnitRow* const row = TakeOneOf(kUnits);
+    if (row == nullptr) {
+      return false;
+    }
+    m_query.chartSize.resolution.wUnit = row->unit;
+    m_observer.Took(QueryThing::ChartUnit, place);
+    return true;
+  }
+
+  bool ChartQuantity() {
+    std::uint16_t quantity = 0;
+    if (!Integer(QueryThing::ChartQuantity, quantity)) {
+      return false;
+    }
+    m_query.chartSize.resolution.wQuantity = quantity;
+    return true;
+  }
+
+  bool PrimaryField(std::uint16_t onlyField) {
+    const std::string_view place = m_lexer.Text();
+    if (!Integer(QueryThing::FieldID, m_query.primaryField)) {
+      return false;
+    }
+    return onlyField == 0 || m_query.primaryField == onlyField ||
+           Refuse(QueryRule::ChartField, place);
+  }
+
+  bool AnalysisParameters() {
+    const std::string_view place = m_lexer.Text();
+    const std::uint16_t& type = m_query.analysisType;
+    if (!Integer(QueryThing::AnalysisType, m_query.analysisType)) {
+      return false;
+    }
+    if (type < kFirstAnalysis || type > kLastAnalysis) {
+      return Refuse(QueryRule::AnalysisType, place);
+    }
+    if (!TakeAnything() || !Float(QueryThing::AnalysisValue, m_query.analysisValue)) {
+      return false;
+    }
+    const bool hasSecond = type == kAnalysisWithTwoParams;
+    const bool hasFirst = hasSecond || type == kAnalysisWithOneParam;
+    if (!hasFirst) {
+      m_query.analysisParam1 = 0;
+    } else if (!Take(TOKEN_TYPE::Comma) ||
+               !Integer(QueryThing::AnalysisParam1, m_query.analysisParam1)) {
+      return false;
+    }
+    if (!hasSecond) {
+      m_query.analysisParam2 = 0;
+    } else if (!Take(TOKEN_TYPE::Comma) ||
+               !Integer(QueryThing::AnalysisParam2, m_query.analysisParam2)) {
+      return false;
+    }
+    m_query.primaryField = kAnalysedField;
+    return true;
+  }
+
+  // A number token, cut to the width of `out`.
+  template <class Int>
+  bool Integer(QueryThing thing, Int& out) {
+    if (!NumberFor(thing)) {
+      return false;
+    }
+    out = static_cast<Int>(IntegerIn(m_lexer.Text()));
+    Advance();
+    return true;
+  }
+
+  bool Float(QueryThing thing, float& out) {
+    if (!NumberFor(thing)) {
+      return false;
+    }
+    out = FloatIn(m_lexer.Text());
+    Advance();
+    return true;
+  }
+
+  // A number that is too long may be passed over, and can't be converted.
+  bool NumberFor(QueryThing thing) {
+    if (!Is(TOKEN_TYPE::Number, thing)) {
+      return false;
+    }
+    if (m_lexer.Text().size() > kLongestNumber) {
+      return Refuse(QueryRule::NumberTooLong, m_lexer.Text());
+    }
+    m_observer.Took(thing, m_lexer.Text());
+    return true;
+  }
+
+  // A place for a separator that nobody looks at.
+  bool TakeAnything() {
+    if (m_lexer.AtStop()) {
+      return Match(TOKEN_TYPE::Comma);
+    }
+    Advance();
+    return true;
+  }
+
+  bool Is(TOKEN_TYPE token, QueryThing thing) {
+    if (m_lexer.Token() == token) {
+      return true;
+    }
+    m_observer.Looked(thing);
+    return false;
+  }
+
+  // Whether the token is current; takes nothing.
+  bool Match(TOKEN_TYPE token) {
+    if (m_lexer.Token() == token) {
+      return true;
+    }
+    m_observer.Looked(token);
+    return false;
+  }
+
+  bool Take(TOKEN_TYPE token) {
+    if (!Match(token)) {
+      return false;
+    }
+    Advance();
+    return true;
+  }
+
+  // The row whose word is current, which is taken; null where none is.
+  template <class Row, std::size_t Rows>
+  const Row* TakeOneOf(const std::array<Row, Rows>& rows) {
+    for (const Row& row : rows) {
+      if (m_lexer.Token() == row.word) {
+        Advance();
+        return &row;
+      }
+    }
+    for (const Row& row : rows) {
+      m_observer.Looked(row.word);
+    }
+    return nullptr;
+  }
+
+  void Advance() {
+    m_lexer.Advance();
+    m_observer.Moved();
+  }
+
+  bool Refuse(QueryRule rule, std::string_view place) {
+    m_observer.Refused(rule, place);
+    return false;
+  }
+
+  bool Abandon() {
+    m_observer.Abandoned();
+    return false;
+  }
+
+  QueryLexer m_lexer;
+  ParsedQuery& m_query;
+  Observer& m_observer;
+};
+
+}  // namespace pxd::detail
+
+#endif

@@ -1,0 +1,261 @@
+#include <pxdutil/query/explain_query.h>
+
+#include <array>
+#include <cstdint>
+
+#include <pxdutil/query/detail/query_failure.h>
+#include <pxdutil/query/detail/query_parser.h>
+
+namespace pxd {
+
+namespace {
+
+using detail::ParsedQuery;
+using detail::QueryExpected;
+using detail::QueryFailure;
+using detail::QueryFailureObserver;
+using detail::QueryThing;
+using detail::TOKEN_TYPE;
+
+constexpr std::string_view kEndOfText = "end of text";
+constexpr std::size_t kMostUnknownText = 32;
+
+constexpr std::array<std::string_view, detail::kQueryThings> kThingNames = {{
+    "a field id (number)",
+    "a count (number)",
+    "a quantity (number)",
+    "a unit",
+    "a kind of analysis (600 to 606)",
+    "the analysis value (number)",
+    "the second analysis parameter (number)",
+    "the third analysis parameter (number)",
+    "a quoted value",
+    "a group id (number)",
+    "a transaction number",
+    "a transaction number",
+}};
+
+// The rules that are about what was written, not about its place. "%" stands for the word of the
+// chart.
+struct RuleText {
+  QueryRule rule;
+  std::string_view text;
+};
+constexpr std::array<RuleText, 17> kRuleTexts = {{
+    {QueryRule::UnfinishedString, "a quoted text has no closing quote"},
+    {QueryRule::TooManyFields, "a WHAT list has at most 100 fields"},
+    {QueryRule::TooManySnapshotFields, "a snapshot list has at most 10 fields"},
+    {QueryRule::TooManyConditions, "a WHERE clause has at most 20 conditions"},
+    {QueryRule::TooManyGroupNumbers, "a group has at most 100 transaction numbers behind its id"},
+    {QueryRule::ValueTooLong, "a value has at most 4095 characters"},
+    {QueryRule::NumberTooLong, "a number has at most 19 characters"},
+    {QueryRule::LessThan, "a condition has no operator \"<\""},
+    {QueryRule::ChartField, "% shows one field alone, and not this one"},
+    {QueryRule::AnalysisType, "the kind of an ANALYSIS is 600 to 606"},
+    {QueryRule::ChartCountZero, "the count of % can't be 0"},
+    {QueryRule::ChartQuantityZero, "the quantity of % can't be 0"},
+    {QueryRule::AnalysisIncomplete, "% has no kind of 600 to 606"},
+    {QueryRule::AnalysisValue, "the value of % must be above 0; under kind 600 it may be below"},
+    {QueryRule::AnalysisParameter, "the second parameter of % can't be 0 under kind 600"},
+    {QueryRule::OptionChartUnit, "% goes neither by TICK nor by MINUTE"},
+    {QueryRule::PriceChartTooLong, "% covers at most 420 minutes"},
+}};
+static_assert(detail::kMostWhatFields == 100 && detail::kMostSnapshotFields == 10 &&
+                  detail::kMostConditions == 20 && detail::kMostGroupNumbers == 100 &&
+                  detail::kLongestValue == 4095 && detail::kLongestNumber == 19 &&
+                  detail::kLongestPriceChart == 420,
+              "the texts name the limits");
+
+[[nodiscard]] std::string Quoted(std::string_view text) {
+  return '"' + std::string(text) + '"';
+}
+
+void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
+  if (const auto* const thing = std::get_if<QueryThing>(&expected)) {
+    names.emplace_back(kThingNames[static_cast<std::size_t>(*thing)]);
+    return;
+  }
+  const TOKEN_TYPE token = std::get<TOKEN_TYPE>(expected);
+  if (token == TOKEN_TYPE::EndOfText) {
+    names.emplace_back(kEndOfText);
+  }
+  for (const detail::TokenRow& row : detail::kTokenTable) {
+    if (row.token == token) {
+      names.push_back(Quoted(row.text));
+    }
+  }
+}
+
+// A list too long to be read shows how it begins.
+[[nodiscard]] std::string Joined(const std::vector<std::string>& names) {
+  constexpr std::size_t kMostShown = 9;
+  std::string all;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i == kMostShown) {
+      return all + " or one of " + std::to_string(names.size() - i) + " others";
+    }
+    if (i != 0) {
+      all += i + 1 == names.size() ? " or " : ", ";
+    }
+    all += names[i];
+  }
+  return all;
+}
+
+// One line of printable characters, cut where it grows long.
+[[nodiscard]] std::string Shown(std::string_view found) {
+  constexpr std::size_t kMostCharacters = 40;
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string shown;
+  for (const char c : found.substr(0, kMostCharacters)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 0x20 && byte < 0x7F) {
+      shown += c;
+    } else {
+      shown += "\\x";
+      shown += kDigits[byte / 16];
+      shown += kDigits[byte % 16];
+    }
+  }
+  return found.size() > kMostCharacters ? shown + "..." : shown;
+}
+
+// A quoted text has quotes of its own, and the end of the text is not text.
+[[nodiscard]] std::string ShownInQuotes(std::string_view found, bool isText) {
+  return !isText || found.front() == '"' ? Shown(found) : Quoted(Shown(found));
+}
+
+// The common slips behind text that is no token.
+[[nodiscard]] std::string_view Hint(std::string_view unknown) {
+  const char first = unknown.front();
+  if (static_cast<unsigned char>(first) < 0x20) {
+    return ": blanks alone separate words";
+  }
+  if (first == '+' || first == '-' || first == '.') {
+    return ": a number begins with a digit";
+  }
+  if (first == '\'') {
+    return ": a value stands in double quotes";
+  }
+  std::string capitals(unknown);
+  for (char& c : capitals) {
+    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  }
+  for (const detail::TokenRow& row : detail::kTokenTable) {
+    if (capitals.starts_with(row.text)) {
+      return ": words are written in capitals";
+    }
+  }
+  return {};
+}
+
+[[nodiscard]] std::string RuleMessage(QueryRule rule, std::string_view chart) {
+  for (const RuleText& row : kRuleTexts) {
+    if (row.rule == rule) {
+      std::string text(row.text);
+      if (const std::size_t mark = text.find('%'); mark != std::string::npos) {
+        text.replace(mark, 1, chart);
+      }
+      return text;
+    }
+  }
+  return {};
+}
+
+// `place` is a token of the text, or empty at text that is none or at the end.
+[[nodiscard]] std::string_view FoundAt(std::string_view text, std::string_view place,
+                                       std::size_t position) {
+  if (!place.empty()) {
+    return place;
+  }
+  if (position == text.size()) {
+    return kEndOfText;
+  }
+  const std::string_view rest = text.substr(position, kMostUnknownText);
+  return rest.substr(0, rest.find(' '));
+}
+
+[[nodiscard]] QueryExplanation Refusal(std::string_view text, QueryStage stage,
+                                       const QueryFailure& failure, std::string_view chart) {
+  QueryExplanation why;
+  why.stage = stage;
+  why.rule = failure.rule;
+  why.position = static_cast<std::size_t>(failure.place.data() - text.data());
+  why.found = FoundAt(text, failure.place, why.position);
+  for (const QueryExpected& expected : failure.expected) {
+    AddNames(expected, why.expected);
+  }
+
+  const bool isText = why.position != text.size();
+  const std::string place =
+      " at offset " + std::to_string(why.position) + ", found " + ShownInQuotes(why.found, isText);
+  why.message = RuleMessage(why.rule, chart);
+  if (!why.message.empty() && !why.expected.empty()) {
+    why.message += ": ";
+  }
+  if (!why.expected.empty()) {
+    why.message += "expected " + Joined(why.expected);
+  }
+  why.message += place;
+  if (why.rule == QueryRule::UnknownText) {
+    why.message += Hint(why.found);
+  } else if (why.rule == QueryRule::WhatMissing) {
+    why.message += ": only SCANNING goes without a WHAT list";
+  }
+  return why;
+}
+
+// Where the sentence broke off.
+[[nodiscard]] QueryExplanation ParseRefusal(std::string_view text, const detail::QueryLexer& lexer,
+                                            const QueryFailureObserver& observer) {
+  QueryFailure failure = observer.Failure();
+  QueryStage stage = QueryStage::Grammar;
+  if (failure.place.data() == nullptr) {
+    failure.place = lexer.Text();
+    if (lexer.Token() == TOKEN_TYPE::Unknown) {
+      stage = QueryStage::Lexical;
+      failure.rule =
+          lexer.Text().data()[0] == '"' ? QueryRule::UnfinishedString : QueryRule::UnknownText;
+    }
+  }
+  return Refusal(text, stage, failure, observer.Chart());
+}
+
+[[nodiscard]] QueryThing ThingOf(QueryRule chartRule) {
+  switch (chartRule) {
+    case QueryRule::ChartCountZero:
+      return QueryThing::ChartCount;
+    case QueryRule::OptionChartUnit:
+      return QueryThing::ChartUnit;
+    case QueryRule::AnalysisIncomplete:
+      return QueryThing::AnalysisType;
+    case QueryRule::AnalysisValue:
+      return QueryThing::AnalysisValue;
+    case QueryRule::AnalysisParameter:
+      return QueryThing::AnalysisParam1;
+    default:
+      return QueryThing::ChartQuantity;
+  }
+}
+
+}  // namespace
+
+QueryExplanation ExplainQuery(std::string_view text) {
+  text = text.substr(0, text.find('\0'));
+  ParsedQuery query = {};
+  QueryFailureObserver observer;
+  detail::QueryParser<QueryFailureObserver> parser(text, query, observer);
+  if (!parser.Parse()) {
+    return ParseRefusal(text, parser.Lexer(), observer);
+  }
+  if (const QueryRule rule = detail::CheckChart(query); rule != QueryRule::None) {
+    return Refusal(text, QueryStage::Check, {rule, observer.PlaceOf(ThingOf(rule)), {}},
+                   observer.Chart());
+  }
+  QueryExplanation fine;
+  fine.accepted = true;
+  fine.position = text.size();
+  return fine;
+}
+
+}  // namespace pxd
