@@ -1,0 +1,68 @@
+// Parses a query text, and holds the explanation of the text to what the parser says.
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include <pxdutil/foundation/fault.h>
+#include <pxdutil/query/client_query.h>
+#include <pxdutil/query/explain_query.h>
+
+namespace {
+
+void Require(bool holds, const char* what) {
+  if (!holds) {
+    pxd::Fault(what);
+  }
+}
+
+constexpr int kWild = 0xA5;
+
+bool IsUntouched(const QUERY_INFO& info) {
+  const auto* const bytes = reinterpret_cast<const unsigned char*>(&info);
+  for (std::size_t i = 0; i < sizeof info; ++i) {
+    if (bytes[i] != kWild) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void CheckRecord(const QUERY_INFO& info) {
+  Require(info.eQueryType >= QUERY_TYPE_NONE && info.eQueryType <= QUERY_TYPE_SCANNING,
+          "a type beyond the last source");
+  Require(info.bRequestType <= QUERY_VERB_COMMIT, "a verb beyond the last");
+  Require(info.dwChartKind <= QUERY_CHART_PRICE, "a chart beyond the last");
+  Require(info.dwWhatCount <= std::size(info.wWhatFields), "too many fields");
+  Require(info.dwSnapShotCount <= std::size(info.wSnapShotFields), "too many snapshot fields");
+  Require(info.wGroupBySize >= 0 &&
+              static_cast<std::size_t>(info.wGroupBySize) <= std::size(info.dwGroupByList),
+          "too many numbers in the group");
+  Require(info.dwConditionCount <= std::size(info.conditions), "too many conditions");
+  for (const QUERY_CONDITION& condition : info.conditions) {
+    Require(condition.dwOperator <= QUERY_OPERATOR_GREATER, "an operator beyond the last");
+    Require(std::memchr(condition.szValue, '\0', sizeof condition.szValue) != nullptr,
+            "a value without its end");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  const auto info = std::make_unique<QUERY_INFO>();
+  std::memset(info.get(), kWild, sizeof *info);
+  const bool accepted = CZRGSClientQuery::GetQueryInfo(text.c_str(), *info) != 0;
+  const bool untouched = IsUntouched(*info);
+  if (!untouched) {
+    CheckRecord(*info);
+  }
+  const pxd::QueryExplanation why = pxd::ExplainQuery(text);
+  Require(why.accepted == accepted, "parser and explanation disagree");
+  Require(!accepted || !untouched, "a record that was not filled");
+  Require((why.stage == pxd::QueryStage::Check) == (!accepted && !untouched),
+          "a text that is no sentence filled the record, or a sentence didn't");
+  return 0;
+}
