@@ -86,6 +86,24 @@ const Row kRows[] = {
     {"SECOND", 61},
 };
 
+// Token and unit; token and query type.
+const int kUnits[][2] = {{8, 1}, {61, 2}, {9, 3}, {10, 4}, {11, 5}, {12, 6}, {13, 7}};
+const int kSources[][2] = {{14, 1},  {15, 2},  {16, 3},  {17, 4},  {35, 4},  {7, 4},
+                           {36, 4},  {18, 5},  {19, 6},  {37, 7},  {38, 8},  {39, 9},
+                           {40, 10}, {42, 11}, {43, 12}, {44, 13}, {47, 14}, {48, 15},
+                           {49, 16}, {50, 17}, {53, 18}, {56, 19}, {57, 20}, {59, 21}};
+
+// What stands beside the token in the table, 0 where the token isn't in it.
+template <std::size_t N>
+int Second(const int (&table)[N][2], int token) {
+  for (const auto& row : table) {
+    if (row[0] == token) {
+      return row[1];
+    }
+  }
+  return 0;
+}
+
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
@@ -264,31 +282,9 @@ int Resolution(PARSE_INFO& pi) {
   if (!Advance(pi) || !Comma(pi)) {
     return 0;
   }
-  int unit = 0;
-  switch (pi.eToken) {
-    case 8:
-      unit = 1;
-      break;
-    case 61:
-      unit = 2;
-      break;
-    case 9:
-      unit = 3;
-      break;
-    case 10:
-      unit = 4;
-      break;
-    case 11:
-      unit = 5;
-      break;
-    case 12:
-      unit = 6;
-      break;
-    case 13:
-      unit = 7;
-      break;
-    default:
-      return 0;
+  const int unit = Second(kUnits, pi.eToken);
+  if (unit == 0) {
+    return 0;
   }
   pi.info.chartSize.resolution.wUnit = static_cast<std::uint16_t>(unit);
   return Advance(pi);
@@ -452,76 +448,9 @@ int WhatClause(PARSE_INFO& pi) {
 }
 
 int FromClause(PARSE_INFO& pi) {
-  int type = 0;
-  switch (pi.eToken) {
-    case 14:
-      type = 1;
-      break;
-    case 15:
-      type = 2;
-      break;
-    case 16:
-      type = 3;
-      break;
-    case 17:
-    case 35:
-    case 7:
-    case 36:
-      type = 4;
-      break;
-    case 18:
-      type = 5;
-      break;
-    case 19:
-      type = 6;
-      break;
-    case 37:
-      type = 7;
-      break;
-    case 38:
-      type = 8;
-      break;
-    case 39:
-      type = 9;
-      break;
-    case 40:
-      type = 10;
-      break;
-    case 42:
-      type = 11;
-      break;
-    case 43:
-      type = 12;
-      break;
-    case 44:
-      type = 13;
-      break;
-    case 47:
-      type = 14;
-      break;
-    case 48:
-      type = 15;
-      break;
-    case 49:
-      type = 16;
-      break;
-    case 50:
-      type = 17;
-      break;
-    case 53:
-      type = 18;
-      break;
-    case 56:
-      type = 19;
-      break;
-    case 57:
-      type = 20;
-      break;
-    case 59:
-      type = 21;
-      break;
-    default:
-      return 0;
+  const int type = Second(kSources, pi.eToken);
+  if (type == 0) {
+    return 0;
   }
   pi.info.eQueryType = static_cast<QUERY_TYPE>(type);
   return Advance(pi);

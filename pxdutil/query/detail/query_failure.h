@@ -43,24 +43,35 @@ class QueryFailureObserver {
     m_settled = false;
   }
   void Refused(QueryRule rule, std::string_view place) {
-    if (!m_settled) {
-      m_failure.rule = rule;
-      m_failure.place = place;
-      m_settled = true;
+    if (m_settled) {
+      return;
     }
+    m_failure.rule = rule;
+    m_failure.place = place;
+    if (rule != QueryRule::LessThan) {
+      m_failure.expected.clear();  // what was written is wrong, not its place
+    }
+    m_settled = true;
   }
   void Abandoned() { m_settled = true; }
-  void WhatMissed(std::string_view place) {
-    m_what = m_failure;
-    if (m_what.place.data() == nullptr) {
-      m_what.place = place;
+  void ChartBroke(std::string_view place) {
+    if (m_brokenChart.place.data() == nullptr) {
+      m_brokenChart = PlacedFailure(place);
     }
+  }
+  void WhatMissed(std::string_view place) {
+    m_what = PlacedFailure(place);
     if (!m_settled) {
       m_what.rule = QueryRule::WhatMissing;
     }
+    PreferBrokenChart(m_what);
   }
   void WhatNeeded() {
     m_failure = std::move(m_what);
+    m_settled = true;
+  }
+  void FromMissed() {
+    PreferBrokenChart(m_failure);
     m_settled = true;
   }
 
@@ -76,6 +87,22 @@ class QueryFailureObserver {
  private:
   static std::size_t Index(QueryThing thing) { return static_cast<std::size_t>(thing); }
 
+  [[nodiscard]] QueryFailure PlacedFailure(std::string_view place) const {
+    QueryFailure failure = m_failure;
+    if (failure.place.data() == nullptr) {
+      failure.place = place;
+    }
+    return failure;
+  }
+
+  // What is left of a chart may pass for a list of fields, up to where it doesn't. The writer meant
+  // a chart.
+  void PreferBrokenChart(QueryFailure& failure) const {
+    if (m_brokenChart.place.data() != nullptr) {
+      failure = m_brokenChart;
+    }
+  }
+
   void Add(QueryExpected expected) {
     std::vector<QueryExpected>& all = m_failure.expected;
     if (!m_settled && std::find(all.begin(), all.end(), expected) == all.end()) {
@@ -86,6 +113,7 @@ class QueryFailureObserver {
   QueryFailure m_failure;
   // A production broke off at this token: what else is looked for here is no help to a writer.
   bool m_settled = false;
+  QueryFailure m_brokenChart;
   QueryFailure m_what;
   std::string_view m_chart;
   std::array<std::string_view, kQueryThings> m_taken = {};

@@ -54,9 +54,13 @@ struct NoQueryObserver {
   // A production failed behind its first token: what else may be tried from here is not what a
   // writer would have meant.
   static void Abandoned() {}
+  // A chart broke off at `place`, and what follows is tried as something else.
+  static void ChartBroke(std::string_view) {}
   // There is no proper WHAT list at `place`, which may turn out to be needed.
   static void WhatMissed(std::string_view) {}
   static void WhatNeeded() {}
+  // FROM doesn't stand where it must.
+  static void FromMissed() {}
 };
 
 template <class Observer>
@@ -92,7 +96,11 @@ class QueryParser {
       whatMissing = demand == WhatDemand::Needed;
       m_observer.WhatMissed(m_lexer.Text());
     }
-    if (!Take(TOKEN_TYPE::From) || !FromClause()) {
+    if (!Take(TOKEN_TYPE::From)) {
+      m_observer.FromMissed();
+      return false;
+    }
+    if (!FromClause()) {
       return false;
     }
     if (whatMissing && m_query.type != QUERY_TYPE_SCANNING) {
@@ -229,18 +237,23 @@ class QueryParser {
     if (!Take(TOKEN_TYPE::Chart)) {
       return false;
     }
-    if (!Take(TOKEN_TYPE::OpenParen) || !ChartInfo()) {
-      return Abandon();
-    }
-    if (Take(TOKEN_TYPE::Comma) &&
-        !FieldIDList(m_query.snapshot, QueryRule::TooManySnapshotFields)) {
-      return Abandon();
-    }
-    if (!Take(TOKEN_TYPE::CloseParen)) {
+    if (!BehindChart()) {
+      m_observer.ChartBroke(m_lexer.Text());
       return Abandon();
     }
     m_query.hasChart = true;
     return true;
+  }
+
+  bool BehindChart() {
+    if (!Take(TOKEN_TYPE::OpenParen) || !ChartInfo()) {
+      return false;
+    }
+    if (Take(TOKEN_TYPE::Comma) &&
+        !FieldIDList(m_query.snapshot, QueryRule::TooManySnapshotFields)) {
+      return false;
+    }
+    return Take(TOKEN_TYPE::CloseParen);
   }
 
   // Each form in turn, from wherever the one before it stopped.
