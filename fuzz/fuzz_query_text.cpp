@@ -2,9 +2,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 #include <pxdutil/foundation/fault.h>
 #include <pxdutil/query/client_query.h>
@@ -35,12 +35,13 @@ void CheckRecord(const QUERY_INFO& info) {
           "a type beyond the last source");
   Require(info.bRequestType <= QUERY_VERB_COMMIT, "a verb beyond the last");
   Require(info.dwChartKind <= QUERY_CHART_PRICE, "a chart beyond the last");
-  Require(info.dwWhatCount <= std::size(info.wWhatFields), "too many fields");
-  Require(info.dwSnapShotCount <= std::size(info.wSnapShotFields), "too many snapshot fields");
-  Require(info.wGroupBySize >= 0 &&
-              static_cast<std::size_t>(info.wGroupBySize) <= std::size(info.dwGroupByList),
+  Require(info.dwWhatCount <= std::extent_v<decltype(info.wWhatFields)>, "too many fields");
+  Require(info.dwSnapShotCount <= std::extent_v<decltype(info.wSnapShotFields)>,
+          "too many snapshot fields");
+  Require(info.wGroupBySize >= 0 && static_cast<std::size_t>(info.wGroupBySize) <=
+                                        std::extent_v<decltype(info.dwGroupByList)>,
           "too many numbers in the group");
-  Require(info.dwConditionCount <= std::size(info.conditions), "too many conditions");
+  Require(info.dwConditionCount <= std::extent_v<decltype(info.conditions)>, "too many conditions");
   for (const QUERY_CONDITION& condition : info.conditions) {
     Require(condition.dwOperator <= QUERY_OPERATOR_GREATER, "an operator beyond the last");
     Require(std::memchr(condition.szValue, '\0', sizeof condition.szValue) != nullptr,

@@ -8,36 +8,41 @@
 #ifndef PXDUTIL_TESTS_QUERY_QUERY_PRINT_H
 #define PXDUTIL_TESTS_QUERY_QUERY_PRINT_H
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 #include <pxdutil/query/query_info.h>
 
 namespace pxd::test {
 
-template <class T, std::size_t N>
-void PrintList(std::ostringstream& out, const T (&items)[N], std::size_t count) {
-  for (std::size_t i = 0; i < count && i < N; ++i) {
-    out << (i == 0 ? "" : ",") << items[i];
-  }
-  for (std::size_t i = count; i < N; ++i) {
-    if (items[i] != 0) {
+// A copy of a list: it is packed, and nothing may refer to its items.
+template <class List>
+[[nodiscard]] auto Items(const void* list) {
+  std::vector<std::remove_extent_t<List>> items(std::extent_v<List>);
+  std::memcpy(items.data(), list, sizeof(List));
+  return items;
+}
+
+template <class T>
+void PrintList(std::ostringstream& out, const std::vector<T>& items, std::size_t count) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (i < count) {
+      out << (i == 0 ? "" : ",") << items[i];
+    } else if (items[i] != 0) {
       out << " left " << items[i];
     }
   }
 }
 
-template <class T, std::size_t N>
-[[nodiscard]] bool HoldsAny(const T (&items)[N]) {
-  for (const T item : items) {
-    if (item != 0) {
-      return true;
-    }
-  }
-  return false;
+template <class T>
+[[nodiscard]] bool HoldsAny(const std::vector<T>& items) {
+  return std::any_of(items.begin(), items.end(), [](T item) { return item != 0; });
 }
 
 inline void PrintCondition(std::ostringstream& out, const QUERY_CONDITION& condition) {
@@ -92,9 +97,10 @@ inline void PrintChart(std::ostringstream& out, const QUERY_INFO& info) {
     out << "; value " << info.fAnalysisValue << ' ' << info.dwAnalysisParam1 << ' '
         << info.dwAnalysisParam2;
   }
-  if (info.dwSnapShotCount != 0 || HoldsAny(info.wSnapShotFields)) {
+  const auto snapshot = Items<decltype(info.wSnapShotFields)>(info.wSnapShotFields);
+  if (info.dwSnapShotCount != 0 || HoldsAny(snapshot)) {
     out << "; snapshot ";
-    PrintList(out, info.wSnapShotFields, info.dwSnapShotCount);
+    PrintList(out, snapshot, info.dwSnapShotCount);
   }
 }
 
@@ -108,13 +114,15 @@ inline void PrintChart(std::ostringstream& out, const QUERY_INFO& info) {
     out << "; verb " << static_cast<unsigned>(info.bRequestType);
   }
   PrintChart(out, info);
-  if (info.dwGroupByID != 0 || info.wGroupBySize != 0 || HoldsAny(info.dwGroupByList)) {
+  const auto group = Items<decltype(info.dwGroupByList)>(info.dwGroupByList);
+  if (info.dwGroupByID != 0 || info.wGroupBySize != 0 || HoldsAny(group)) {
     out << "; group " << info.dwGroupByID << ": ";
-    PrintList(out, info.dwGroupByList, static_cast<std::size_t>(info.wGroupBySize));
+    PrintList(out, group, static_cast<std::size_t>(info.wGroupBySize));
   }
-  if (info.dwWhatCount != 0 || HoldsAny(info.wWhatFields)) {
+  const auto what = Items<decltype(info.wWhatFields)>(info.wWhatFields);
+  if (info.dwWhatCount != 0 || HoldsAny(what)) {
     out << "; what ";
-    PrintList(out, info.wWhatFields, info.dwWhatCount);
+    PrintList(out, what, info.dwWhatCount);
   }
   PrintConditions(out, info);
   return out.str();

@@ -130,13 +130,15 @@ class Writer {
   }
   void Number(std::uint32_t number) { Token(std::to_string(number)); }
 
-  template <class List>
-  void Numbers(const List& list, std::size_t count) {
+  // `item(i)` gives the numbers one by one: the record is packed, and nothing may refer to its
+  // lists.
+  template <class Item>
+  void Numbers(std::size_t count, Item&& item) {
     for (std::size_t i = 0; i < count; ++i) {
       if (i != 0) {
         Token(",");
       }
-      Number(list[i]);
+      Number(item(i));
     }
   }
 
@@ -194,7 +196,7 @@ void WriteChart(const QUERY_INFO& info, Writer& writer) {
   }
   if (info.dwSnapShotCount != 0) {
     writer.Token(",");
-    writer.Numbers(info.wSnapShotFields, info.dwSnapShotCount);
+    writer.Numbers(info.dwSnapShotCount, [&](std::size_t i) { return info.wSnapShotFields[i]; });
   }
   writer.Token(")");
 }
@@ -272,7 +274,7 @@ std::string WriteQuery(const QUERY_INFO& info, Random& random) {
     writer.Token("BEGINQUERY");
   }
   writer.Token(kVerbs[info.bRequestType]);
-  writer.Numbers(info.wWhatFields, info.dwWhatCount);
+  writer.Numbers(info.dwWhatCount, [&](std::size_t i) { return info.wWhatFields[i]; });
   if (info.bHasChart != 0) {
     if (info.dwWhatCount != 0) {
       writer.Token(",");
