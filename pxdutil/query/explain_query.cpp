@@ -137,12 +137,16 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
   if (first == '\'') {
     return ": a value stands in double quotes";
   }
-  std::string capitals(unknown);
-  for (char& c : capitals) {
-    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  std::string word;
+  for (const char c : unknown) {
+    const bool isSmall = c >= 'a' && c <= 'z';
+    if (!isSmall && c != '_' && (c < 'A' || c > 'Z')) {
+      break;
+    }
+    word += isSmall ? static_cast<char>(c - 'a' + 'A') : c;
   }
   for (const detail::TokenRow& row : detail::kTokenTable) {
-    if (capitals.starts_with(row.text)) {
+    if (word == row.text) {
       return ": words are written in capitals";
     }
   }
