@@ -28,7 +28,7 @@ struct Outcome {
   std::memset(out.get(), 0xA5, sizeof *out);
   std::memset(before.get(), 0xA5, sizeof *before);
   const int result = CZRGSClientQuery::GetQueryInfo(text.c_str(), *out);
-  const bool untouched = std::memcmp(out.get(), before.get(), sizeof *out) == 0;
+  const bool untouched = SameBytes(*out, *before);
   return {result, untouched ? "untouched" : Print(*out)};
 }
 

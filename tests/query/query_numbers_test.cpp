@@ -1,7 +1,8 @@
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <random>
 #include <string>
 
@@ -77,7 +78,7 @@ TEST(QueryNumbers, FloatsAreThoseOfTheCLibrary) {
     text.resize(std::min<std::size_t>(text.size(), 19));
     const float expected = static_cast<float>(std::strtod(text.c_str(), nullptr));
     const float value = FloatIn(text);
-    ASSERT_EQ(std::memcmp(&value, &expected, sizeof value), 0) << text;
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(value), std::bit_cast<std::uint32_t>(expected)) << text;
     ASSERT_EQ(IntegerIn(text), static_cast<std::int32_t>(std::strtoll(text.c_str(), nullptr, 10)))
         << text;
   }

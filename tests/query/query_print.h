@@ -21,6 +21,12 @@
 
 namespace pxd::test {
 
+// Every byte counts: a record goes to others as its bytes.
+[[nodiscard]] inline bool SameBytes(const QUERY_INFO& a, const QUERY_INFO& b) {
+  const auto* const bytes = reinterpret_cast<const unsigned char*>(&a);
+  return std::memcmp(bytes, reinterpret_cast<const unsigned char*>(&b), sizeof a) == 0;
+}
+
 // A copy of a list: it is packed, and nothing may refer to its items.
 template <class List>
 [[nodiscard]] auto Items(const void* list) {

@@ -31,10 +31,9 @@ class Twins {
     const int result = CZRGSClientQuery::GetQueryInfo(text.c_str(), *m_first);
     const int expected = pxd::test::LiteralGetQueryInfo(text.c_str(), *m_second);
     ASSERT_EQ(result, expected) << text;
-    ASSERT_EQ(std::memcmp(m_first.get(), m_second.get(), sizeof(QUERY_INFO)), 0)
-        << text << '\n'
-        << pxd::test::Print(*m_first) << '\n'
-        << pxd::test::Print(*m_second);
+    ASSERT_TRUE(pxd::test::SameBytes(*m_first, *m_second)) << text << '\n'
+                                                           << pxd::test::Print(*m_first) << '\n'
+                                                           << pxd::test::Print(*m_second);
 
     const pxd::QueryExplanation why = pxd::ExplainQuery(text);
     ASSERT_EQ(why.accepted, result != 0) << text << '\n' << why.message;
@@ -73,10 +72,9 @@ TEST(QueryProperty, AWrittenRecordParsesBackToItself) {
     const std::string text = pxd::test::WriteQuery(*query, random);
     std::memset(read.get(), 0xA5, sizeof *read);
     ASSERT_EQ(CZRGSClientQuery::GetQueryInfo(text.c_str(), *read), 1) << text;
-    ASSERT_EQ(std::memcmp(read.get(), query.get(), sizeof *read), 0)
-        << text << '\n'
-        << pxd::test::Print(*query) << '\n'
-        << pxd::test::Print(*read);
+    ASSERT_TRUE(pxd::test::SameBytes(*read, *query)) << text << '\n'
+                                                     << pxd::test::Print(*query) << '\n'
+                                                     << pxd::test::Print(*read);
   }
 }
 
