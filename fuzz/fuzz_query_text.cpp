@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include <pxdutil/foundation/fault.h>
 #include <pxdutil/query/client_query.h>
@@ -18,16 +19,9 @@ void Require(bool holds, const char* what) {
   }
 }
 
-constexpr int kWild = 0xA5;
-
-bool IsUntouched(const QUERY_INFO& info) {
-  const auto* const bytes = reinterpret_cast<const unsigned char*>(&info);
-  for (std::size_t i = 0; i < sizeof info; ++i) {
-    if (bytes[i] != kWild) {
-      return false;
-    }
-  }
-  return true;
+// Records as a caller's memory may be.
+std::vector<unsigned char> WildBytes() {
+  return std::vector<unsigned char>(sizeof(QUERY_INFO), 0xA5);
 }
 
 void CheckRecord(const QUERY_INFO& info) {
@@ -53,10 +47,12 @@ void CheckRecord(const QUERY_INFO& info) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
-  const auto info = std::make_unique<QUERY_INFO>();
-  std::memset(info.get(), kWild, sizeof *info);
+  static const std::vector<unsigned char> wild = WildBytes();
+  static const auto info = std::make_unique<QUERY_INFO>();
+  std::memcpy(info.get(), wild.data(), wild.size());
   const bool accepted = CZRGSClientQuery::GetQueryInfo(text.c_str(), *info) != 0;
-  const bool untouched = IsUntouched(*info);
+  const bool untouched = std::memcmp(reinterpret_cast<const unsigned char*>(info.get()),
+                                     wild.data(), wild.size()) == 0;
   if (!untouched) {
     CheckRecord(*info);
   }
