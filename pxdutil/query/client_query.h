@@ -28,7 +28,7 @@ class PXDUTIL_API CZRGSClientQuery {
   // the result and not the record.
   //
   // Field ids are cut to 16 bits and other numbers to 32, without a check of their range.
-  [[nodiscard]] static int GetQueryInfo(const char* text, QUERY_INFO& out);
+  static int GetQueryInfo(const char* text, QUERY_INFO& out);
 
   // Takes the first condition on `field` out of a query text, with the "AND" behind it:
   // 365="5" AND 31="A" without 365 is  31="A", its blank left in front.
