@@ -36,7 +36,7 @@ constexpr std::array<std::string_view, detail::kQueryThings> kThingNames = {{
 }};
 
 // The rules that are about what was written, not about its place. "%" stands for the word of the
-// chart.
+// chart, "#" for the field that it shows.
 struct RuleText {
   QueryRule rule;
   std::string_view text;
@@ -50,7 +50,7 @@ constexpr std::array<RuleText, 17> kRuleTexts = {{
     {QueryRule::ValueTooLong, "a value has at most 4095 characters"},
     {QueryRule::NumberTooLong, "a number has at most 19 characters"},
     {QueryRule::LessThan, "a condition has no operator \"<\""},
-    {QueryRule::ChartField, "% shows one field alone, and not this one"},
+    {QueryRule::ChartField, "% shows field # alone"},
     {QueryRule::AnalysisType, "the kind of an ANALYSIS is 600 to 606"},
     {QueryRule::ChartCountZero, "the count of % can't be 0"},
     {QueryRule::ChartQuantityZero, "the quantity of % can't be 0"},
@@ -153,17 +153,33 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
   return {};
 }
 
-[[nodiscard]] std::string RuleMessage(QueryRule rule, std::string_view chart) {
-  for (const RuleText& row : kRuleTexts) {
-    if (row.rule == rule) {
-      std::string text(row.text);
-      if (const std::size_t mark = text.find('%'); mark != std::string::npos) {
-        text.replace(mark, 1, chart);
+[[nodiscard]] std::string OnlyFieldOf(std::string_view chart) {
+  for (const detail::ChartRow& row : detail::kCharts) {
+    for (const detail::TokenRow& word : detail::kTokenTable) {
+      if (word.token == row.word && word.text == chart) {
+        return std::to_string(row.onlyField);
       }
-      return text;
     }
   }
   return {};
+}
+
+[[nodiscard]] std::string RuleMessage(QueryRule rule, std::string_view chart) {
+  std::string message;
+  for (const RuleText& row : kRuleTexts) {
+    if (row.rule == rule) {
+      for (const char c : row.text) {
+        if (c == '%') {
+          message += chart;
+        } else if (c == '#') {
+          message += OnlyFieldOf(chart);
+        } else {
+          message += c;
+        }
+      }
+    }
+  }
+  return message;
 }
 
 // `place` is a token of the text, or empty at text that is none or at the end.
