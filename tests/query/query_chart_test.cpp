@@ -127,6 +127,15 @@ TEST(QueryChart, AnalysisChartsTakeTheParametersOfTheirKind) {
        query + "600,1.5,3 4) FROM NEWS", query + "601,-1.5) FROM NEWS"});
 }
 
+// Only a chart that broke off can leave some for the next one.
+TEST(QueryChart, AnAnalysisClearsTheParametersThatItDoesNotTake) {
+  const std::string broken =
+      "REQUEST CHART(ANALYSIS,5,MINUTE,600,1.5,3,4 7,CHART(ANALYSIS,5,MINUTE,";
+  const std::string printed = "type 1; chart; kind 3; quantity 5 unit 3; field 201; analysis ";
+  ExpectAccepted({{broken + "601,2.5) FROM NEWS", printed + "601; value 2.5 0 0; what 7"},
+                  {broken + "604,2.5,9) FROM NEWS", printed + "604; value 2.5 9 0; what 7"}});
+}
+
 TEST(QueryChart, QuantitiesAreCutTo16Bits) {
   ExpectAccepted({
       {"REQUEST CHART(BARCHART,65537,MINUTE,201) FROM NEWS",
