@@ -50,10 +50,22 @@
 #include <pxdutil/history/field_resolution.h>
 #include <pxdutil/history/history_settings.h>
 
+#include <pxdutil/query/archive_queries.h>
 #include <pxdutil/query/client_query.h>
 #include <pxdutil/query/explain_query.h>
+#include <pxdutil/query/general_query.h>
+#include <pxdutil/query/news_query.h>
 #include <pxdutil/query/query_info.h>
 #include <pxdutil/query/query_rule.h>
+#include <pxdutil/query/query_values.h>
+#include <pxdutil/query/service_queries.h>
+#include <pxdutil/query/symbol_data_query.h>
+#include <pxdutil/query/symbol_data_what.h>
+#include <pxdutil/query/symbol_data_where.h>
+#include <pxdutil/query/symbol_key.h>
+#include <pxdutil/query/symbol_list_query.h>
+#include <pxdutil/query/time_sales_query.h>
+#include <pxdutil/query/what_clause.h>
 
 #include <pxdutil/version.h>
 
