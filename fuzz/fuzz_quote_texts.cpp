@@ -76,11 +76,11 @@ void TellOfFields(Input input) {
   }
 }
 
-// The type in one byte, the size of a value in one, the room in one, then values of up to that
-// size.
+// The type and 4 in one byte, the size of a value in one, the room in one, then values of up to
+// that size.
 void FillColumn(Input input) {
   CFieldItem item;
-  item.m_nType = static_cast<signed char>(input.Byte());
+  item.m_nType = input.Byte() - 4;
   item.m_nElemSize = input.Byte();
   const int room = input.Byte();
   const bool isText = item.m_nType == CZRGSQuote::QFTYPE_STRING;
