@@ -30,8 +30,10 @@ CZRGSQuoteNotification::CZRGSQuoteNotification(const CZRGSQuoteNotification& oth
     : m_bType(other.m_bType), m_pQuote(other.m_pQuote), m_bFlags(other.m_bFlags) {}
 
 CZRGSQuoteNotification& CZRGSQuoteNotification::operator=(const CZRGSQuoteNotification& other) {
-  SetNotification(other.m_bType, other.m_pQuote);
-  m_bFlags = other.m_bFlags;
+  if (this != &other) {
+    SetNotification(other.m_bType, other.m_pQuote);
+    m_bFlags = other.m_bFlags;
+  }
   return *this;
 }
 
@@ -82,7 +84,9 @@ CZRGSNewsNotification::CZRGSNewsNotification(const CZRGSNewsNotification& other)
                             other.m_pNews) {}
 
 CZRGSNewsNotification& CZRGSNewsNotification::operator=(const CZRGSNewsNotification& other) {
-  SetNotification(other.m_dwTransactionID, other.m_dwUserData, other.m_bType, other.m_pNews);
+  if (this != &other) {
+    SetNotification(other.m_dwTransactionID, other.m_dwUserData, other.m_bType, other.m_pNews);
+  }
   return *this;
 }
 
@@ -155,8 +159,10 @@ CZRGSHistoryDownloadNotification::CZRGSHistoryDownloadNotification(
 
 CZRGSHistoryDownloadNotification& CZRGSHistoryDownloadNotification::operator=(
     const CZRGSHistoryDownloadNotification& other) {
-  SetNotification(other.m_dwTransactionID, other.m_dwUserData, other.m_dwType, other.m_pQuote);
-  m_status = other.m_status;
+  if (this != &other) {
+    SetNotification(other.m_dwTransactionID, other.m_dwUserData, other.m_dwType, other.m_pQuote);
+    m_status = other.m_status;
+  }
   return *this;
 }
 

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <new>
 #include <string>
 #include <type_traits>
@@ -262,8 +263,8 @@ TEST(FieldItem, WithoutMemoryNothingChanges) {
   EXPECT_EQ(+item.m_nBufSize, 0);
   EXPECT_EQ(+item.m_wCount, 0);
   item.storeFieldValue(value.data(), 2);
-  const pxd::test::ScarceMemory none(0);
-  EXPECT_THROW(CFieldItem copy(item), std::bad_alloc);
+  const pxd::test::ScarceMemory theItemAlone(1);
+  EXPECT_THROW(std::make_unique<CFieldItem>(item), std::bad_alloc);
 }
 
 TEST(FieldItem, OnlyTheFirstValueNeedsMemory) {

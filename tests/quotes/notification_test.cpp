@@ -161,8 +161,8 @@ TYPED_TEST(QuoteEnvelope, ACopyPointsToTheQuoteAndNeverOwnsIt) {
   typename TypeParam::Envelope envelope(1);
   const Watched watched(*QuoteOf(envelope));
   {
-    const typename TypeParam::Envelope copy(envelope);
-    EXPECT_EQ(QuoteOf(copy), QuoteOf(envelope));
+    const auto copy = std::make_unique<typename TypeParam::Envelope>(envelope);
+    EXPECT_EQ(QuoteOf(*copy), QuoteOf(envelope));
     typename TypeParam::Envelope assigned(0);
     assigned = envelope;
     EXPECT_EQ(QuoteOf(assigned), QuoteOf(envelope));
