@@ -10,6 +10,8 @@
 #include <pxdutil/foundation/fault.h>
 #include <pxdutil/query/client_query.h>
 #include <pxdutil/query/explain_query.h>
+#include <pxdutil/query/query_values.h>
+#include <pxdutil/query/query_words.h>
 
 namespace {
 
@@ -57,7 +59,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckRecord(*info);
   }
   const pxd::QueryExplanation why = pxd::ExplainQuery(text);
-  Require(why.accepted == accepted, "parser and explanation disagree");
+  const bool isRefusedByClass = why.stage == pxd::QueryStage::Class;
+  Require((why.accepted || isRefusedByClass) == accepted, "parser and explanation disagree");
+  if (accepted) {
+    const bool hasClass = !pxd::QueryClassName(info->eQueryType).empty();
+    Require(isRefusedByClass == (hasClass && !pxd::TypedValues(*info)),
+            "class and explanation disagree");
+  }
   Require(!accepted || !untouched, "a record that was not filled");
   Require((why.stage == pxd::QueryStage::Check) == (!accepted && !untouched),
           "a text that is no sentence filled the record, or a sentence didn't");

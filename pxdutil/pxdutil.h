@@ -58,6 +58,7 @@
 #include <pxdutil/query/query_info.h>
 #include <pxdutil/query/query_rule.h>
 #include <pxdutil/query/query_values.h>
+#include <pxdutil/query/query_words.h>
 #include <pxdutil/query/service_queries.h>
 #include <pxdutil/query/symbol_data_query.h>
 #include <pxdutil/query/symbol_data_what.h>

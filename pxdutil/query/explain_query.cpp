@@ -2,9 +2,11 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 
 #include <pxdutil/query/detail/query_failure.h>
 #include <pxdutil/query/detail/query_parser.h>
+#include <pxdutil/query/detail/query_refusal.h>
 
 namespace pxd {
 
@@ -241,6 +243,28 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
   return Refusal(text, stage, failure, observer.Chart());
 }
 
+// What the class refused stands at the field that it names, or else at its source.
+[[nodiscard]] std::string_view PlaceOf(const detail::QueryRefusal& refusal,
+                                       const QueryFailureObserver& observer) {
+  if (refusal.condition >= 0) {
+    return observer.ConditionField(static_cast<std::size_t>(refusal.condition));
+  }
+  if (refusal.whatField >= 0) {
+    return observer.WhatField(static_cast<std::size_t>(refusal.whatField));
+  }
+  return observer.Source();
+}
+
+[[nodiscard]] QueryExplanation ClassRefusal(std::string_view text,
+                                            const detail::QueryRefusal& refusal,
+                                            const QueryFailureObserver& observer) {
+  QueryExplanation why =
+      Refusal(text, QueryStage::Class, {QueryRule::RefusedByClass, PlaceOf(refusal, observer), {}},
+              observer.Chart());
+  why.message = "the class of the source refuses it" + why.message + ": " + refusal.rule;
+  return why;
+}
+
 [[nodiscard]] QueryThing ThingOf(QueryRule chartRule) {
   switch (chartRule) {
     case QueryRule::ChartCountZero:
@@ -271,6 +295,11 @@ QueryExplanation ExplainQuery(std::string_view text) {
   if (const QueryRule rule = detail::CheckChart(query); rule != QueryRule::None) {
     return Refusal(text, QueryStage::Check, {rule, observer.PlaceOf(ThingOf(rule)), {}},
                    observer.Chart());
+  }
+  const auto info = std::make_unique<QUERY_INFO>();
+  detail::Expand(query, *info);
+  if (const auto refusal = detail::RefusalOf(*info)) {
+    return ClassRefusal(text, *refusal, observer);
   }
   QueryExplanation fine;
   fine.accepted = true;

@@ -11,8 +11,9 @@
 //   // why.message    expected "," or "FROM" at offset 10, found "from": words are written in
 //   //                capitals
 //
-// It runs the parser that GetQueryInfo runs, so the two always agree. It keeps nothing between
-// calls, so any number of threads may call it at once. It allocates what it returns.
+// It runs the parser that GetQueryInfo runs and builds the query with the class of its source, so
+// it always agrees with both. It keeps nothing between calls, so any number of threads may call it
+// at once. It allocates what it returns, and for a text that parses one QUERY_INFO meanwhile.
 #ifndef PXDUTIL_QUERY_EXPLAIN_QUERY_H
 #define PXDUTIL_QUERY_EXPLAIN_QUERY_H
 
@@ -27,8 +28,9 @@
 namespace pxd {
 
 struct QueryExplanation {
-  // Whether GetQueryInfo returns 1 for the text. The members below then say Accepted, None, the
-  // text's length, and nothing.
+  // Whether GetQueryInfo returns 1 for the text, and the class that its source is meant for takes
+  // the query; end queries, and sources that are left to the host, have no class. The members below
+  // then say Accepted, None, the text's length, and nothing.
   bool accepted = false;
   // What refused the text, and by which of its rules.
   QueryStage stage = QueryStage::Accepted;

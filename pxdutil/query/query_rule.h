@@ -12,6 +12,7 @@ enum class QueryStage : std::uint8_t {
   Lexical,   // there is text that is no word, sign, number or string of the language
   Grammar,   // the words make no sentence, or go beyond one of its limits
   Check,     // a sentence, but its chart can't be built
+  Class,     // a good request, but the class of its source refuses it
 };
 
 enum class QueryRule : std::uint8_t {
@@ -42,6 +43,9 @@ enum class QueryRule : std::uint8_t {
   AnalysisParameter,   // analysis 600 with a second parameter of 0
   OptionChartUnit,     // OPTIONCHART by ticks or minutes
   PriceChartTooLong,   // PRICECHART of more than 420 minutes
+
+  // Class
+  RefusedByClass,  // by a rule of its own, which the message tells
 };
 
 }  // namespace pxd

@@ -12,8 +12,13 @@ bool CZRGSClientTimeSalesQueryWHATClause::Fill(const QUERY_INFO& info, QueryRefu
   if (!CZRGSClientQueryWHATClause::Fill(info, why)) {
     return false;
   }
-  m_wantDate = Find(280) >= 0 ? 1 : 0;
-  m_wantTime = Find(281) >= 0 ? 1 : 0;
+  // Nothing takes them back: like the conditions, they outlive a second Create.
+  if (Find(280) >= 0) {
+    m_wantDate = 1;
+  }
+  if (Find(281) >= 0) {
+    m_wantTime = 1;
+  }
   return true;
 }
 

@@ -25,7 +25,8 @@ class PXDUTIL_API CZRGSClientTimeSalesQueryWHATClause : public CZRGSClientQueryW
   // 1 for every list, an empty one too.
   int Create(const QUERY_INFO& info) override { return Fill(info, nullptr) ? 1 : 0; }
 
-  // Whether 280, the date of each tick, and 281, its time, are asked for.
+  // Whether 280, the date of each tick, and 281, its time, are asked for, or were in an earlier
+  // Create.
   [[nodiscard]] bool WantDate() const { return m_wantDate != 0; }
   [[nodiscard]] bool WantTime() const { return m_wantTime != 0; }
 

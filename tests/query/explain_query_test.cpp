@@ -267,9 +267,52 @@ TEST(ExplainQuery, WhatIsLeftOfABrokenChartIsNotTakenForAFieldList) {
 
 TEST(ExplainQuery, ARefusalThatALaterFormOvercomesIsForgotten) {
   EXPECT_TRUE(
-      ExplainQuery("REQUEST CHART(OPTIONCHART,5,DAILY,484 CCACHART,487) FROM NEWS").accepted);
+      ExplainQuery("MODIFY CHART(OPTIONCHART,5,DAILY,484 CCACHART,487) FROM CHART").accepted);
   ExpectRefusals({Limit(QueryRule::ChartField, "REQUEST CHART(OPTIONCHART,5,DAILY,484 CCACHART,",
                         "486) FROM NEWS", "486")});
+}
+
+// What the class of a source refuses, with its own words behind the place.
+struct Refusal {
+  std::string before;  // up to the place
+  std::string from;
+  std::string found;
+  std::string rule;
+};
+
+TEST(ExplainQuery, AClassRefusesAtTheFieldThatItNames) {
+  const std::vector<Refusal> rows = {
+      {"REQUEST 7 FROM ", "SYMBOL_DATA", "SYMBOL_DATA",
+       "a symbol (31) is needed unless the verb is MODIFY or SYNCH"},
+      {"REQUEST 7 FROM SYMBOL_DATA WHERE 31=\"A\" AND ", "62=\"B\"", "62",
+       "no condition may name a field that its source doesn't know"},
+      {"REQUEST 7 FROM QUOTE WHERE31=\"A\"AND", "439=\"1\"", "439",
+       "the condition needs a chart in the query"},
+      {"ADVISE 343,445,", "7 FROM ECN_INFO", "7",
+       "ECN_INFO may only be asked for the fields 343 and 445"},
+      {"REQUEST 504 FROM ", "ARCHIVE_MSGS", "ARCHIVE_MSGS", "ARCHIVE_MSGS needs the verb ADVISE"},
+      {"REQUEST 207 FROM SERVER_INFO WHERE ", "207=\"1\"", "207", "SERVER_INFO takes no condition"},
+  };
+  for (const Refusal& row : rows) {
+    const std::string text = row.before + row.from;
+    const pxd::QueryExplanation why = ExplainQuery(text);
+    EXPECT_FALSE(why.accepted) << text;
+    EXPECT_EQ(why.stage, QueryStage::Class) << text;
+    EXPECT_EQ(why.rule, QueryRule::RefusedByClass);
+    EXPECT_EQ(why.position, row.before.size()) << text;
+    EXPECT_EQ(why.found, row.found);
+    EXPECT_TRUE(why.expected.empty());
+    EXPECT_EQ(why.message, "the class of the source refuses it at offset " +
+                               std::to_string(row.before.size()) + ", found \"" + row.found +
+                               "\": " + row.rule);
+  }
+}
+
+TEST(ExplainQuery, SourcesWithoutAClassRefuseNothing) {
+  for (const char* text :
+       {"END 42", "REQUEST 7 FROM EDIT_DATA WHERE 9999=\"x\"", "COMMIT FROM NASDAQ_LEVELII"}) {
+    EXPECT_TRUE(ExplainQuery(text).accepted) << text;
+  }
 }
 
 TEST(ExplainQuery, ATextEndsAtItsNul) {

@@ -60,8 +60,10 @@ TEST(QueryLanguagePage, ItsRefusalsAreRefusedWithTheirMessages) {
   ASSERT_EQ(lines.size() % 2, 0U) << "a query without its message";
   for (std::size_t i = 0; i < lines.size(); i += 2) {
     const Line& query = lines[i];
-    EXPECT_EQ(Read(query.text), 0) << "line " << query.number << ": " << query.text;
-    EXPECT_EQ("  " + pxd::ExplainQuery(query.text).message, lines[i + 1].text)
+    const pxd::QueryExplanation why = pxd::ExplainQuery(query.text);
+    const int expected = why.stage == pxd::QueryStage::Class ? 1 : 0;
+    EXPECT_EQ(Read(query.text), expected) << "line " << query.number << ": " << query.text;
+    EXPECT_EQ("  " + why.message, lines[i + 1].text)
         << "line " << query.number << ": " << query.text;
   }
 }

@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 #include <pxdutil/query/client_query.h>
 #include <pxdutil/query/explain_query.h>
+#include <pxdutil/query/query_values.h>
+#include <pxdutil/query/query_words.h>
 
 #include "literal_parser.h"
 #include "query_print.h"
@@ -36,22 +38,33 @@ class Twins {
                                                            << pxd::test::Print(*m_second);
 
     const pxd::QueryExplanation why = pxd::ExplainQuery(text);
-    ASSERT_EQ(why.accepted, result != 0) << text << '\n' << why.message;
+    const bool isRefusedByClass = why.stage == pxd::QueryStage::Class;
+    ASSERT_EQ(why.accepted || isRefusedByClass, result != 0) << text << '\n' << why.message;
+    if (result != 0) {
+      const bool hasClass = !pxd::QueryClassName(m_first->eQueryType).empty();
+      ASSERT_EQ(isRefusedByClass, hasClass && !pxd::TypedValues(*m_first)) << text;
+    }
     ASSERT_EQ(why.accepted, why.stage == pxd::QueryStage::Accepted);
     ASSERT_EQ(why.accepted, why.rule == pxd::QueryRule::None);
     ASSERT_EQ(why.accepted, why.message.empty());
     ASSERT_LE(why.position, text.size());
     const bool filled = m_first->bRequestType != 0xA5;
     if (!why.accepted) {
-      ASSERT_EQ(filled, why.stage == pxd::QueryStage::Check) << text << '\n' << why.message;
+      ASSERT_EQ(filled, isRefusedByClass || why.stage == pxd::QueryStage::Check) << text << '\n'
+                                                                                 << why.message;
       ASSERT_FALSE(why.found.empty()) << text;
       const bool atEnd = why.position == text.size();
       ASSERT_EQ(atEnd ? "end of text" : text.substr(why.position, why.found.size()), why.found);
     }
-    ++(why.accepted ? m_accepted : filled ? m_refused : m_broken);
+    ++(isRefusedByClass ? m_refusedByClass
+       : why.accepted   ? m_accepted
+       : filled         ? m_refused
+                        : m_broken);
   }
 
-  [[nodiscard]] std::size_t Accepted() const { return m_accepted; }
+  // Sentences that GetQueryInfo accepts.
+  [[nodiscard]] std::size_t Accepted() const { return m_accepted + m_refusedByClass; }
+  [[nodiscard]] std::size_t RefusedByClass() const { return m_refusedByClass; }
   // By the check of the chart alone.
   [[nodiscard]] std::size_t Refused() const { return m_refused; }
   [[nodiscard]] std::size_t Broken() const { return m_broken; }
@@ -60,6 +73,7 @@ class Twins {
   std::unique_ptr<QUERY_INFO> m_first;
   std::unique_ptr<QUERY_INFO> m_second;
   std::size_t m_accepted = 0;
+  std::size_t m_refusedByClass = 0;
   std::size_t m_refused = 0;
   std::size_t m_broken = 0;
 };
@@ -86,6 +100,7 @@ TEST(QueryProperty, ParserExplanationAndLiteralParserAgreeOnValidTexts) {
     ASSERT_NO_FATAL_FAILURE(twins.Compare(pxd::test::WriteQuery(*query, random)));
   }
   EXPECT_EQ(twins.Accepted(), 3000U);
+  EXPECT_GT(twins.RefusedByClass(), 1000U);
 }
 
 TEST(QueryProperty, TheyAgreeOnTokenSoup) {
@@ -162,8 +177,8 @@ TEST(QueryProperty, WhatIsExpectedLeadsOn) {
       }
       const std::string mended = text.substr(0, why.position) + ' ' + piece;
       const pxd::QueryExplanation then = pxd::ExplainQuery(mended);
-      const bool leadsOn =
-          then.accepted || then.stage == pxd::QueryStage::Check || then.position == mended.size();
+      const bool leadsOn = then.accepted || then.stage == pxd::QueryStage::Check ||
+                           then.stage == pxd::QueryStage::Class || then.position == mended.size();
       // Two faults that may still show: the number isn't the one field that a chart shows, and a
       // WHAT list that broke off earlier is only missed behind its source.
       const bool otherFault =

@@ -4,6 +4,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <memory>
+
 #include <gtest/gtest.h>
 
 #include "tests/query/accessors.h"
@@ -35,8 +37,8 @@ TEST(TimeSalesWhat, KnowsWhetherDateAndTimeAreWanted) {
                {{280}, true, false},
                {{7, 281}, false, true},
                {{281, 7, 280}, true, true}};
-  What what;
   for (const auto& row : cases) {
+    What what;
     ASSERT_EQ(what.Create(Plain().What(row.fields)), 1);
     EXPECT_EQ(what.WantDate(), row.date);
     EXPECT_EQ(what.WantTime(), row.time);
@@ -127,11 +129,24 @@ TEST(TimeSalesQuery, CopiesAndASecondCreateKeepTheValues) {
   ASSERT_EQ(query.Create(Plain().Where(371, "5")), 1);
   EXPECT_EQ(Read<&Where::GetSymbol>(*query.GetWHEREClause()), "IBM");
   EXPECT_TRUE(query.GetWHEREClause()->GetTimeZone());
-  EXPECT_FALSE(query.GetWHATClause()->WantDate());
+  EXPECT_TRUE(query.GetWHATClause()->WantDate());
   EXPECT_EQ(Read<&Where::GetNumTicksBack>(*copy.GetWHEREClause()), kAbsent);
   EXPECT_TRUE(copy.GetWHATClause()->WantDate());
   copy = query;
   EXPECT_EQ(Read<&Where::GetNumTicksBack>(*copy.GetWHEREClause()), "5");
+}
+
+TEST(TimeSalesWhat, ASecondCreateKeepsWhatTheFirstFound) {
+  CZRGSClientTimeSalesQueryWHATClause what;
+  const auto info = std::make_unique<QUERY_INFO>();
+  info->wWhatFields[0] = 280;
+  info->dwWhatCount = 1;
+  ASSERT_EQ(what.Create(*info), 1);
+  info->wWhatFields[0] = 281;
+  ASSERT_EQ(what.Create(*info), 1);
+  EXPECT_EQ(what.Find(280), -1);
+  EXPECT_TRUE(what.WantDate());
+  EXPECT_TRUE(what.WantTime());
 }
 
 }  // namespace

@@ -34,6 +34,9 @@ class QueryFailureObserver {
   void Looked(TOKEN_TYPE token) { Add(token); }
   void Looked(QueryThing thing) { Add(thing); }
   void Took(QueryThing thing, std::string_view place) { m_taken[Index(thing)] = place; }
+  void TookSource(std::string_view place) { m_source = place; }
+  void TookWhatField(std::string_view place) { m_whatFields.push_back(place); }
+  void TookConditionField(std::string_view place) { m_conditionFields.push_back(place); }
   void ChartBegan(std::string_view place) {
     m_chart = place;
     m_taken = {};
@@ -83,6 +86,12 @@ class QueryFailureObserver {
   }
   // The word of the chart.
   [[nodiscard]] std::string_view Chart() const { return m_chart; }
+  // The word of the source, the id of a WHAT field, and that of a condition, in a text that parsed.
+  [[nodiscard]] std::string_view Source() const { return m_source; }
+  [[nodiscard]] std::string_view WhatField(std::size_t index) const { return m_whatFields[index]; }
+  [[nodiscard]] std::string_view ConditionField(std::size_t index) const {
+    return m_conditionFields[index];
+  }
 
  private:
   static std::size_t Index(QueryThing thing) { return static_cast<std::size_t>(thing); }
@@ -116,6 +125,9 @@ class QueryFailureObserver {
   QueryFailure m_brokenChart;
   QueryFailure m_what;
   std::string_view m_chart;
+  std::string_view m_source;
+  std::vector<std::string_view> m_whatFields;
+  std::vector<std::string_view> m_conditionFields;
   std::array<std::string_view, kQueryThings> m_taken = {};
 };
 

@@ -35,6 +35,11 @@ struct NoQueryObserver {
   static void Looked(QueryThing) {}
   // The current token was taken for this.
   static void Took(QueryThing, std::string_view) {}
+  // The current token was taken as the source, as the next id of the WHAT list, and as the id of
+  // the next condition.
+  static void TookSource(std::string_view) {}
+  static void TookWhatField(std::string_view) {}
+  static void TookConditionField(std::string_view) {}
   // The current token is the word of a chart.
   static void ChartBegan(std::string_view) {}
   // The token is left behind, and another is current.

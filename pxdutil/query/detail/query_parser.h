@@ -102,8 +102,12 @@ class QueryParser {
     if (list.count == Most) {
       return Refuse(tooMany, m_lexer.Text());
     }
-    while (Integer(QueryThing::FieldID, list.items[list.count])) {
+    for (std::string_view place = m_lexer.Text();
+         Integer(QueryThing::FieldID, list.items[list.count]); place = m_lexer.Text()) {
       ++list.count;
+      if (chartFollows != nullptr) {
+        m_observer.TookWhatField(place);
+      }
       if (!Take(TOKEN_TYPE::Comma)) {
         return true;
       }
@@ -119,10 +123,12 @@ class QueryParser {
   }
 
   bool FromClause() {
+    const std::string_view place = m_lexer.Text();
     const SourceRow* const source = TakeOneOf(kSources);
     if (source == nullptr) {
       return false;
     }
+    m_observer.TookSource(place);
     m_query.type = source->type;
     return true;
   }
@@ -144,9 +150,11 @@ class QueryParser {
       return Refuse(QueryRule::TooManyConditions, m_lexer.Text());
     }
     ParsedCondition& condition = conditions.items[conditions.count];
+    const std::string_view place = m_lexer.Text();
     if (!Integer(QueryThing::FieldID, condition.field)) {
       return false;
     }
+    m_observer.TookConditionField(place);
     const OperatorRow* const row = TakeOneOf(kOperators);
     if (row == nullptr) {
       return m_lexer.Token() == TOKEN_TYPE::Less && Refuse(QueryRule::LessThan, m_lexer.Text());
