@@ -65,7 +65,7 @@ TEST_F(Command, HelpIsThereOnAllLevels) {
   EXPECT_EQ(all.status, 0);
   EXPECT_EQ(all.err, "");
   for (const std::string command : {"bars", "show", "export", "adjust", "sessions", "fields",
-                                    "settings", "exchanges", "sample"}) {
+                                    "settings", "query", "quote", "exchanges", "sample"}) {
     EXPECT_NE(all.out.find("  " + command), std::string::npos) << command;
     const Ran one = Run(command + " --help");
     EXPECT_EQ(one.status, 0);

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 
 #include <pxdutil/fields/field_info_mgr.h>
@@ -21,20 +20,6 @@ constexpr std::size_t kTrailerSize = 4;
 
 // A catalogue is some 20 KB; what is far beyond isn't worth reading.
 constexpr std::size_t kLargest = std::size_t{16} << 20;
-
-std::string WholeText(const std::string& path) {
-  Input input(path);
-  std::string text;
-  std::array<char, 16 * 1024> buffer;
-  while (const std::size_t count = input.Read(buffer.data(), buffer.size())) {
-    text.append(buffer.data(), count);
-    if (text.size() > kLargest) {
-      throw Failure(kExitBadData, fmt::format("{}: is larger than {} bytes; expected a catalogue",
-                                              path, kLargest));
-    }
-  }
-  return text;
-}
 
 // The number of the line, from 1, in which the first byte differs; 0 where both are equal.
 std::size_t FirstDifference(std::string_view a, std::string_view b) {
@@ -63,7 +48,8 @@ std::string PlaceAndReason(const std::string& path, std::string_view error) {
 }  // namespace
 
 CatalogueVerdict CheckCatalogue(const std::string& path, std::string_view builtIn) {
-  const std::string text = WholeText(path);
+  Input input(path);
+  const std::string text = WholeText(input, kLargest);
   CFieldInfoMgr rows;
   CFieldInfoMgr::FieldInfoList list;
   try {

@@ -63,6 +63,8 @@ int Run(int argc, const char* const* argv) {
   AddSessionsCommand(app, status);
   AddFieldsCommand(app, status);
   AddSettingsCommand(app, status);
+  AddQueryCommand(app, status);
+  AddQuoteCommand(app, status);
   AddExchangesCommand(app, status);
   AddSampleCommand(app, status);
   try {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -40,6 +41,18 @@ std::size_t Input::Read(char* buffer, std::size_t size) {
     throw Failure(kExitBadData, fmt::format("{}: can't be read: {}", m_name, WordsOf(errno)));
   }
   return count;
+}
+
+std::string WholeText(Input& input, std::size_t most) {
+  std::string text;
+  std::array<char, 16 * 1024> buffer;
+  while (const std::size_t count = input.Read(buffer.data(), buffer.size())) {
+    text.append(buffer.data(), count);
+    if (text.size() > most) {
+      throw Failure(kExitBadData, fmt::format("{}: is larger than {} bytes", input.Name(), most));
+    }
+  }
+  return text;
 }
 
 void Output::Write(std::string_view text) {

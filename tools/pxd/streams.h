@@ -37,6 +37,9 @@ class Input {
   std::unique_ptr<std::FILE, CloseUnlessStandard> m_stream;
 };
 
+// All that the input has; Failure where that is more than `most` bytes.
+std::string WholeText(Input& input, std::size_t most);
+
 // Standard output. What was written is sure to be there only after Finish.
 class Output {
  public:

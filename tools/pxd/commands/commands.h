@@ -26,6 +26,8 @@ void AddFieldsCommand(CLI::App& app, int& status);
 void AddSettingsCommand(CLI::App& app, int& status);
 void AddAdjustCommand(CLI::App& app, int& status);
 void AddExportCommand(CLI::App& app, int& status);
+void AddQueryCommand(CLI::App& app, int& status);
+void AddQuoteCommand(CLI::App& app, int& status);
 void AddExchangesCommand(CLI::App& app, int& status);
 
 // The values of options that several commands share; bad usage is thrown as Failure with the name

@@ -1,0 +1,55 @@
+// pxd quote: rows of id, type, status and value as the quote that they make.
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "../failure.h"
+#include "../quote_rows.h"
+#include "../streams.h"
+#include "../trade_ticks.h"
+#include "commands.h"
+
+namespace pxd::tool {
+namespace {
+
+// A quote has at most 65535 fields, most of them short.
+constexpr std::size_t kLargest = std::size_t{64} << 20;
+
+void RunQuote(const std::string& path) {
+  Input input(path);
+  const std::string rows = WholeText(input, kLargest);
+  const BuiltInCatalogue catalogue;
+  const QuotePool pool;
+  CZRGSQuote quote;
+  std::vector<std::string> notes;
+  QuoteRowError error;
+  if (!ReadQuoteRows(catalogue, rows, quote, notes, error)) {
+    throw Failure(kExitBadData, fmt::format("{}:{}: {}", input.Name(), error.line, error.words));
+  }
+  for (const std::string& note : notes) {
+    Say("note: " + note);
+  }
+  Print(QuoteTable(catalogue, quote) + QuoteSummary(quote));
+}
+
+}  // namespace
+
+void AddQuoteCommand(CLI::App& app, int&) {
+  auto path = std::make_shared<std::string>();
+  CLI::App* command = app.add_subcommand("quote", "Show the quote that rows of fields make");
+  command->footer(
+      "\nA row is id,type,status,value; a first row that begins with \"id\" is a header. An id is "
+      "a\n"
+      "number or a name of the catalogue. Types are time (09:31:12), date (2024-03-04), string,\n"
+      "pieces (12/'a'), double, float, long, ulong, short, ushort, char, byte, stream and "
+      "novalue,\n"
+      "or their codes. A status is 0 to 15.");
+  command->add_option("FILE", *path, "CSV file of rows; - is standard input")->required();
+  command->callback([path] { RunQuote(*path); });
+}
+
+}  // namespace pxd::tool
