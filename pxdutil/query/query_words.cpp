@@ -14,7 +14,7 @@ template <class Row, std::size_t kRows, class Is>
 std::string_view WordOf(const std::array<Row, kRows>& rows, Is is) {
   const auto row = std::find_if(rows.begin(), rows.end(), is);
   if (row == rows.end()) {
-    return {"", 0};
+    return "";
   }
   const auto token = std::find_if(detail::kTokenTable.begin(), detail::kTokenTable.end(),
                                   [&](const detail::TokenRow& t) { return t.token == row->word; });
@@ -79,7 +79,7 @@ std::string_view QueryClassName(QUERY_TYPE type) {
     case QUERY_TYPE_SCANNING:
       return "CZRGSClientGENERALQuery";
   }
-  return {"", 0};
+  return "";
 }
 
 }  // namespace pxd

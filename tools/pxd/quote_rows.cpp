@@ -149,7 +149,8 @@ class RowReader {
     }
     const bool isText =
         type->type == CZRGSQuote::QFTYPE_STRING || type->type == CZRGSQuote::QFTYPE_STREAM;
-    Bytes bytes = type->read(isText ? row.fields[3] : Trim(row.fields[3]));
+    const std::string_view text = row.fields[3];
+    const Bytes bytes = type->read(isText ? text : Trim(text));
     if (!bytes) {
       return fmt::format("{} is no value of the type {}; expected {}", Quoted(row.fields[3]),
                          type->name, type->expected);
@@ -163,8 +164,9 @@ class RowReader {
       m_notes.push_back(
           fmt::format("line {}: field {} was there already and is replaced", row.line, *id));
     }
+    std::vector<char> data(bytes->begin(), bytes->end());
     m_quote.AddField(static_cast<unsigned char>(*status), static_cast<unsigned char>(type->type),
-                     *id, bytes->data(), static_cast<unsigned long>(bytes->size()));
+                     *id, data.data(), static_cast<unsigned long>(data.size()));
     return {};
   }
 
@@ -200,8 +202,8 @@ std::string WhyInvalid(const CZRGSQuote& quote) {
   if (quote.GetNumField() > kMostFields) {
     return fmt::format("it has {} fields; expected at most {}", quote.GetNumField(), kMostFields);
   }
-  for (unsigned short i = 0; i < quote.GetNumField(); ++i) {
-    const CZRGSQuote::ZRGS_QUOTE_FIELD* field = quote.GetField(i);
+  for (unsigned i = 0; i < quote.GetNumField(); ++i) {
+    const CZRGSQuote::ZRGS_QUOTE_FIELD* field = quote.GetField(static_cast<unsigned short>(i));
     if (const unsigned status = field->bTypeStatus & 0x0FU; status > 9) {
       return fmt::format("field {} has the status {}; expected at most 9", field->wFieldID, status);
     }
@@ -238,8 +240,8 @@ bool ReadQuoteRows(const BuiltInCatalogue& catalogue, std::string_view text, CZR
 std::string QuoteTable(const BuiltInCatalogue& catalogue, const CZRGSQuote& quote) {
   std::string text =
       fmt::format("{:>5}  {:<26}  {:<14}  {:<10}  {}\n", "Id", "Name", "Type", "Status", "Value");
-  for (unsigned short i = 0; i < quote.GetNumField(); ++i) {
-    const CZRGSQuote::ZRGS_QUOTE_FIELD* field = quote.GetField(i);
+  for (unsigned i = 0; i < quote.GetNumField(); ++i) {
+    const CZRGSQuote::ZRGS_QUOTE_FIELD* field = quote.GetField(static_cast<unsigned short>(i));
     const CZRGSFieldInfo* row = catalogue.Find(field->wFieldID);
     const char* const word = CZRGSQuote::GetFieldName(field);
     const std::string name = row != nullptr    ? row->Description().Str()
