@@ -6,17 +6,11 @@
 #include <string>
 #include <string_view>
 
+#include <pxdutil/query/detail/query_numbers.h>
 #include <pxdutil/query/query_info.h>
 #include <pxdutil/sessions/date_time.h>
 
 namespace pxd::detail {
-
-// The number at the front of `text`, read as strtoll (base 10) and strtod read it under the plain
-// locale, whatever the locale is: leading white space and a sign may stand there, anything behind
-// the number is ignored, no number is 0. An integer too large is the nearest limit, a float too
-// large is infinite.
-[[nodiscard]] long long ReadInteger(std::string_view text);
-[[nodiscard]] float ReadFloat(std::string_view text);
 
 // Looks into the condition, so it must not outlive it.
 class ConditionValue {
