@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <set>
 #include <string>
 #include <utility>
@@ -66,35 +67,135 @@ TEST(ExchangeTable, CodesStandInThreeRangesWithGaps) {
   EXPECT_EQ(expected.size() + 2, 113U);
 }
 
-TEST(ExchangeTable, TextsAreThoseThatHostsKnow) {
+TEST(ExchangeTable, EveryRowIsAsHostsKnowIt) {
   const struct {
     unsigned short code;
     const char* abbr;
     const char* description;
   } kRows[] = {
       {0, "US", "United States"},
+      {1, "AT", "Austria"},
+      {2, "AU", "Australia"},
+      {3, "BE", "Belgium"},
+      {4, "BR", "Brazil"},
+      {5, "CA", "Canada"},
+      {6, "CH", "Switzerland"},
+      {7, "CL", "Chile"},
+      {8, "CO", "Colombia"},
+      {9, "DE", "Germany"},
+      {10, "DK", "Denmark"},
+      {11, "ES", "Spain"},
+      {12, "FI", "Finland"},
+      {13, "FR", "France"},
+      {14, "GB", "United Kingdom"},
+      {15, "GR", "Greece"},
+      {16, "HK", "Hong Kong"},
+      {17, "ID", "Indonesia"},
+      {18, "IT", "Italy"},
+      {19, "JP", "Japan"},
       {20, "KR", "Korea (Republic of)"},
+      {21, "LU", "Luxembourg"},
+      {22, "MX", "Mexico"},
+      {23, "MY", "Malaysia"},
+      {24, "NL", "Netherlands"},
+      {25, "NO", "Norway"},
+      {26, "NZ", "New Zealand"},
+      {27, "PE", "Peru"},
+      {28, "PH", "Philippines"},
+      {29, "PK", "Pakistan"},
+      {30, "PT", "Portugal"},
+      {31, "SE", "Sweden"},
+      {32, "SG", "Singapore"},
+      {33, "TH", "Thailand"},
+      {34, "TR", "Turkey"},
+      {35, "TW", "Taiwan"},
+      {36, "VE", "Venezuela"},
+      {37, "ZA", "South Africa"},
+      {38, "IA", "India"},
+      {39, "CN", "China"},
+      {40, "BG", "Bangladesh"},
+      {41, "SL", "Sri Lanka"},
+      {42, "UG", "Uruguay"},
+      {43, "MO", "Morocco"},
+      {44, "JO", "Jordan"},
+      {45, "AG", "Argentina"},
       {46, "IL", "Israel"},
+      {52, "WORLD", "World Information"},
       {53, "UNKNOWN", "Unknown Exchange"},
       {91, "EA", "S.America (Emerging Markets)"},
       {92, "EE", "Europe (Emerging Markets}"},  // the brace is the table's own
+      {93, "EF", "Far East (Emerging Markets)"},
       {94, "EM", "M East,Africa(Emerging Markets)"},
+      {99, "EH", "Eastern Hemisphere"},
       {104, "AMEX", "American Stock Exchange"},
+      {105, "BOX", "Boston Stock Exchange"},
+      {106, "CBOE", "Chicago Board Options Exchange"},
+      {107, "CHXE", "Chicago Stock Exchange"},
+      {108, "CBOT", "Chicago Board of Trade"},
+      {109, "CME", "Chicago Mercantile Exchange"},
+      {110, "CIN", "Cincinnati Stock Exchange"},
+      {111, "COMEX", "Commodity Exchange Corporation"},
+      {112, "AMEM", "AMEX Emerging Market"},
+      {113, "FOREX", "Forex"},
+      {114, "DC", "Discount Corp(Fixed Income)"},
+      {115, "INS", "Instinet"},
+      {116, "ISE", "International Securities Exchange"},
       {117, "IMM", "International Money Market(IMM)"},
+      {118, "KCBT", "Kansas City Board of Trade"},
+      {119, "MIDAM", "MidAmerica Commodity Exchange"},
+      {120, "MW", "MidWest Stock Exchange"},
+      {121, "MGE", "Minneapolis Grain Exchange"},
       {122, "NASDAQ", "NASDAQ National Market"},
+      {122, "NASDQ", "NASDAQ National Market"},
+      {123, "NASDS", "NASDAQ Small Cap"},
       {124, "NYSE", "New York Stock Exchange(NYSE)"},
+      {125, "NYMEX", "New York Mercantile Exchange"},
+      {126, "NYBOT", "New York Futures Exchange"},
+      {127, "PCX", "Pacific Exchange"},
+      {128, "OTCBB", "NASDAQ OTC BB (Domestic)"},
+      {129, "OTC", "NASDAQ OTC BB (Foreign)"},
+      {130, "PBT", "Philadelphia Board of Trade"},
+      {131, "PHLX", "Philadelphia Stock Exchange"},
+      {132, "ONCH", "One Chicago"},
+      {133, "NQLX", "Nasdaq Liffe Markets"},
+      {134, "ARCX", "Archipelago Exchange"},
       {135, "ADFN", "Nasdaq Alternative Display Format"},
+      {141, "ASE", "Alberta Exchange"},
       {142, "MSE", "Montreal Exchange"},
+      {142, "MSE", "Montreal Exchange"},
+      {143, "TSE", "Toronto Exchange"},
+      {144, "VE", "Vancouver Exchange"},
+      {145, "WCG", "Winnipeg Commodity Exchange"},
+      {149, "OETOB", "Australian Option Exchange"},
+      {150, "DEFSE", "Frankfurt Stock Exchange"},
+      {151, "DEFEX", "Reference Foreign Exchange Rates"},
+      {152, "DENEU", "Neuer Markt"},
+      {153, "DEWAX", "European Warrants Exchange"},
+      {154, "DEBER", "Berlin Stock Exchange"},
+      {155, "DEBRE", "Bremen Stock Exchange"},
+      {156, "DEDUS", "Dusseldorf Stock Exchange"},
+      {157, "DEXET", "Xetra Stock Exchange"},
+      {158, "DEHAM", "Hamburg Stock Exchange"},
+      {159, "DEHAN", "Hannover Stock Exchange"},
+      {160, "DEMUN", "Munich Stock Exchange"},
+      {161, "DESTU", "Stuttgart Stock Exchange"},
+      {162, "EUDE", "EUREX"},
+      {163, "IEIR", "Irish Stock Exchange"},
+      {164, "FISH", "Helsinki Exchanges"},
       {165, "DEBI", "Deutsche B\xC3\xB6rse Index"},
       {299, "OPRA", "Option Price Reporting Authority"},
       {300, "US", "United States"},
   };
-  for (const auto& row : kRows) {
-    const ZRGS_EXCHANGE_ROW* found = pxd::FindExchange(row.code);
-    ASSERT_NE(found, nullptr) << row.code;
-    EXPECT_EQ(found->wCode, row.code);
-    EXPECT_STREQ(found->pszAbbr, row.abbr);
-    EXPECT_STREQ(found->pszDescription, row.description);
+  const auto rows = pxd::ExchangeTable();
+  ASSERT_EQ(rows.size(), std::size(kRows) + 1) << "the terminator comes last";
+  for (std::size_t i = 0; i < std::size(kRows); ++i) {
+    EXPECT_EQ(rows[i].wCode, kRows[i].code) << i;
+    EXPECT_STREQ(rows[i].pszAbbr, kRows[i].abbr) << i;
+    EXPECT_STREQ(rows[i].pszDescription, kRows[i].description) << i;
+    const ZRGS_EXCHANGE_ROW* found = pxd::FindExchange(kRows[i].code);
+    ASSERT_NE(found, nullptr) << kRows[i].code;
+    EXPECT_EQ(found->wCode, kRows[i].code);
+    EXPECT_STREQ(found->pszDescription, kRows[i].description);
   }
 }
 
