@@ -250,6 +250,25 @@ TEST_F(Quote, OfAGenericSizeTheLowSixteenBitsCount) {
   EXPECT_EQ(quote.GetField(1)->wSize, 0);
 }
 
+TEST_F(Quote, AGenericSizeOfZeroLeavesNoBufferOrTheEarlierBytesOnlyTheSizeTells) {
+  CZRGSQuote quote;
+  EXPECT_EQ(quote.AddField(3, 2, 1, nullptr, 0), 1);
+  const Field* const fresh = quote.GetField(0);
+  EXPECT_EQ(fresh->wSize, 0);
+  EXPECT_EQ(fresh->wCapacity, 0);
+  EXPECT_EQ(+fresh->pData, nullptr);
+  quote.Empty(1);
+
+  quote.AddFieldString(3, 2, "old");
+  const Field* const node = quote.GetField(0);
+  quote.Empty(1);
+  EXPECT_EQ(quote.AddField(3, 2, 1, nullptr, 0), 1);
+  ASSERT_EQ(quote.GetField(0), node) << "the last node given back is the first taken";
+  EXPECT_EQ(node->wSize, 0);
+  EXPECT_EQ(node->wCapacity, 4);
+  EXPECT_EQ(Bytes(node->pData, node->pData + 4), (Bytes{'o', 'l', 'd', 0}));
+}
+
 TEST_F(Quote, OversizedTextKeepsTheLowSixteenBitsOfItsSize) {
   struct Row {
     std::size_t length;
