@@ -1,4 +1,6 @@
 // What hosts count on in the shapes of the query classes, checked by the compiler for all of them.
+#include <cstdint>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -71,5 +73,155 @@ TYPED_TEST(QueryShape, AWhereClauseIsAPlainClassButForTheTwoThatHostsDelete) {
   EXPECT_EQ(std::is_polymorphic_v<Where>, kHasVirtualDestructor);
   EXPECT_EQ(std::has_virtual_destructor_v<Where>, kHasVirtualDestructor);
 }
+
+// ---- The types in which accessors give their values ----
+
+// Hosts pass variables of exactly these types, so an accessor of another width doesn't compile
+// there.
+template <class Clause, class Value>
+using Fills = bool (Clause::*)(Value&) const;
+template <class Clause, class Value>
+using Returns = Value (Clause::*)() const;
+
+template <class Wanted, class... Accessors>
+constexpr bool AllAre(Accessors...) {
+  return (std::is_same_v<Accessors, Wanted> && ...);
+}
+
+struct GeneralAccessors {
+  using Where = CZRGSClientGENERALQueryWHEREClause;
+  static_assert(AllAre<Fills<Where, unsigned long>>(&Where::GetArchiveItemID,
+                                                    &Where::GetTransactionID));
+  static_assert(AllAre<Fills<Where, unsigned short>>(&Where::GetEntitlementAppID,
+                                                     &Where::GetEntitlementID));
+  static_assert(AllAre<bool (Where::*)(char*, short) const>(&Where::GetEntitlementProgID));
+  static_assert(AllAre<Fills<Where, const char*>>(&Where::GetSymbol));
+  static_assert(AllAre<Fills<Where, int>>(&Where::GetHistorySetting));
+  static_assert(AllAre<Fills<Where, CZRDate>>(&Where::GetLastDate, &Where::GetStartDate));
+  static_assert(AllAre<Returns<Where, unsigned long>>(&Where::GetSymDataFlag));
+  static_assert(AllAre<Fills<Where, unsigned char>>(&Where::GetPrefixType));
+  static_assert(AllAre<Fills<Where, std::string>>(&Where::GetPrefixDir, &Where::GetPrefixName,
+                                                  &Where::GetHistFields));
+  static_assert(AllAre<Returns<Where, bool>>(&Where::ReloadCache, &Where::IsAdvise,
+                                             &Where::IsUpdate));
+};
+
+struct SymbolDataAccessors {
+  using What = CZRGSClientSYMDATAQueryWHATClause;
+  static_assert(AllAre<Returns<What, bool>>(&What::HasChartInfo));
+  static_assert(AllAre<Returns<What, const What::CHART_INFO*>>(&What::GetChartInfo));
+  static_assert(AllAre<Returns<What, unsigned short>>(&What::GetPrimaryField));
+
+  using Where = CZRGSClientSYMDATAQueryWHEREClause;
+  static_assert(AllAre<Fills<Where, unsigned char>>(&Where::GetDataSource, &Where::GetCategory,
+                                                    &Where::GetUserDefinedField));
+  static_assert(AllAre<Fills<Where, unsigned short>>(
+      &Where::GetExchangeListed, &Where::GetExchangeTimeZone, &Where::GetNumCalDaysBack,
+      &Where::GetNumTradDaysBack, &Where::GetBarsBackMult));
+  static_assert(AllAre<Fills<Where, unsigned long>>(&Where::GetTransactionID,
+                                                    &Where::GetArchiveFlags, &Where::GetNumBarsBack,
+                                                    &Where::GetCABitMask));
+  static_assert(AllAre<Fills<Where, long>>(&Where::GetTickTradeMask));
+  static_assert(AllAre<Fills<Where, const char*>>(&Where::GetSymbol, &Where::GetExchangeName,
+                                                  &Where::GetEcnList, &Where::GetECNOrders));
+  static_assert(AllAre<Fills<Where, ZRGS_SESSION>>(&Where::GetSession, &Where::GetFilterSession));
+  static_assert(AllAre<Fills<Where, CZRDate>>(&Where::GetDateOfSessions, &Where::GetLastDate,
+                                              &Where::GetStartDate));
+  static_assert(AllAre<Fills<Where, CZRTime>>(&Where::GetLastTime, &Where::GetStartTime));
+  static_assert(AllAre<Fills<Where, bool>>(&Where::GetSendEmptyBars, &Where::GetSendGhostBars));
+  static_assert(AllAre<bool (Where::*)(int&, int&, unsigned long&) const>(&Where::GetECNInfo));
+  static_assert(AllAre<Returns<Where, bool>>(&Where::GetTimeZone, &Where::IsAdvise,
+                                             &Where::IsModify, &Where::IsSynch,
+                                             &Where::HasChartInfo, &Where::HasGroupByInfo,
+                                             &Where::IsGroupByAdd, &Where::GetSplitAdj,
+                                             &Where::GetDistributionAdj, &Where::GetPriceMultiAdj,
+                                             &Where::GetVolMultiAdj, &Where::GetHistoryInChunks));
+  static_assert(AllAre<Returns<Where, unsigned long>>(&Where::GetSymDataFlag,
+                                                      &Where::GetGroupByID));
+  static_assert(AllAre<Returns<Where, long>>(&Where::GetBarsRemaining));
+  static_assert(AllAre<Returns<Where, unsigned char>>(&Where::GetAccountCurrency));
+  static_assert(AllAre<Returns<Where, const std::string&>>(&Where::GetCountryCode));
+  static_assert(AllAre<Returns<Where, const Where::CHART_INFO*>>(&Where::GetChartInfo));
+  static_assert(AllAre<Returns<Where, const std::uint32_t*>>(&Where::GetGroupByTransactionList));
+  static_assert(AllAre<Returns<Where, short>>(&Where::GetGroupBySize));
+  static_assert(AllAre<void (Where::*)(const CZRDate&, bool)>(&Where::SetStartDate));
+};
+
+struct SymbolListAccessors {
+  using Where = CZRGSClientSYMLISTQueryWHEREClause;
+  static_assert(AllAre<Fills<Where, const char*>>(&Where::GetSymbolRoot, &Where::GetSymbolName,
+                                                  &Where::GetDescription, &Where::GetExchangeName,
+                                                  &Where::GetExchangeTimeName,
+                                                  &Where::GetListTypeID, &Where::GetListTypeName));
+  static_assert(AllAre<Fills<Where, CZRDate>>(&Where::GetOptionExpDateLow,
+                                              &Where::GetOptionExpDateHigh));
+  static_assert(AllAre<Fills<Where, float>>(&Where::GetOptionStrikeLow,
+                                            &Where::GetOptionStrikeHigh));
+  static_assert(AllAre<Returns<Where, bool>>(&Where::IsExactMatch, &Where::IsUnderlyingSymbol,
+                                             &Where::GetTimeZone, &Where::IsAdvise,
+                                             &Where::IsQueryValid));
+  static_assert(AllAre<Returns<Where, const std::string&>>(&Where::GetCountryCode));
+};
+
+struct NewsAccessors {
+  using What = CZRGSClientNEWSQueryWHATClause;
+  static_assert(AllAre<Fills<What, What::QUERYTYPE>>(&What::GetQueryType));
+
+  using Where = CZRGSClientNEWSQueryWHEREClause;
+  static_assert(AllAre<Fills<Where, const char*>>(
+      &Where::GetSymbol, &Where::GetCategory, &Where::GetKeyword, &Where::GetNewsSource,
+      &Where::GetStoryID, &Where::GetStoryIdHi, &Where::GetMultipleSymbols,
+      &Where::GetMultipleKeywords, &Where::GetNewsCollectionID, &Where::GetRegularExpression,
+      &Where::GetNewsSearchFieldName, &Where::GetNewsSearchFieldItem));
+  static_assert(AllAre<Fills<Where, unsigned char>>(&Where::GetDataSource));
+  static_assert(AllAre<Fills<Where, unsigned short>>(&Where::GetNewsProviderID,
+                                                     &Where::GetNewsSearchFieldID));
+  static_assert(AllAre<Fills<Where, CZRDate>>(&Where::GetLastDate, &Where::GetStartDate));
+  static_assert(AllAre<Fills<Where, bool>>(&Where::GetMatchWholeWord, &Where::GetMatchCase,
+                                           &Where::GetSearchStory));
+  static_assert(AllAre<Returns<Where, bool>>(&Where::IsAdvise));
+};
+
+struct TimeSalesAccessors {
+  using What = CZRGSClientTimeSalesQueryWHATClause;
+  static_assert(AllAre<Returns<What, bool>>(&What::WantDate, &What::WantTime));
+
+  using Where = CZRGSClientTimeSalesQueryWHEREClause;
+  static_assert(AllAre<Fills<Where, unsigned char>>(&Where::GetDataSource, &Where::GetCategory));
+  static_assert(AllAre<Fills<Where, unsigned short>>(&Where::GetExchangeListed));
+  static_assert(AllAre<Fills<Where, const char*>>(&Where::GetSymbol, &Where::GetExchangeName));
+  static_assert(AllAre<Fills<Where, int>>(&Where::GetAllPrices));
+  static_assert(AllAre<Fills<Where, CZRDate>>(&Where::GetStartDate, &Where::GetEndDate));
+  static_assert(AllAre<Fills<Where, CZRTime>>(&Where::GetStartTime, &Where::GetEndTime));
+  static_assert(AllAre<Fills<Where, short>>(&Where::GetTickMask));
+  static_assert(AllAre<Fills<Where, long>>(&Where::GetTickTradeMask));
+  static_assert(AllAre<Returns<Where, bool>>(&Where::GetTimeZone, &Where::IsAdvise));
+};
+
+struct ServiceAccessors {
+  using Time = CZRGSClientTIMEQueryWHEREClause;
+  static_assert(AllAre<Fills<Time, unsigned char>>(&Time::GetDataSource));
+  static_assert(AllAre<Fills<Time, unsigned short>>(&Time::GetExchangeTimeZone));
+  static_assert(AllAre<Returns<Time, bool>>(&Time::GetTimeZone, &Time::IsAdvise));
+  using ServerInfo = CZRGSClientSERVERINFOQueryWHEREClause;
+  static_assert(AllAre<Returns<ServerInfo, bool>>(&ServerInfo::IsAdvise));
+  using FeedInfo = CZRGSClientFEEDINFOQueryWHEREClause;
+  static_assert(AllAre<Fills<FeedInfo, unsigned char>>(&FeedInfo::GetDataSource));
+  static_assert(AllAre<Returns<FeedInfo, bool>>(&FeedInfo::IsAdvise));
+  using FeedStatus = CZRGSClientFEEDSTATUSQueryWHEREClause;
+  static_assert(AllAre<Fills<FeedStatus, unsigned char>>(&FeedStatus::GetDataSource));
+  static_assert(AllAre<Returns<FeedStatus, bool>>(&FeedStatus::GetConnect, &FeedStatus::IsAdvise));
+  using ConnectWhat = CZRGSClientCONNECTDATAFEEDQueryWHATClause;
+  static_assert(AllAre<Returns<ConnectWhat, bool>>(&ConnectWhat::GetConnect));
+  using Connect = CZRGSClientCONNECTDATAFEEDQueryWHEREClause;
+  static_assert(AllAre<Fills<Connect, unsigned char>>(&Connect::GetDataSource));
+  using Message = CZRGSClientMESSAGEQueryWHEREClause;
+  static_assert(AllAre<Returns<Message, bool>>(&Message::IsAdvise));
+  using Archive = CZRGSClientARCHIVEQueryWHEREClause;
+  static_assert(AllAre<Fills<Archive, unsigned long>>(&Archive::GetTransactionID,
+                                                      &Archive::GetArchiveFlags));
+  using ArchiveInfo = CZRGSClientARCHIVE_INFOQueryWHEREClause;
+  static_assert(AllAre<Fills<ArchiveInfo, unsigned long>>(&ArchiveInfo::GetTransactionID));
+};
 
 }  // namespace
