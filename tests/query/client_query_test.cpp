@@ -331,6 +331,16 @@ TEST(GetQueryInfo, AValueHas4095CharactersAtMost) {
   ExpectNoSentence({query(4096), query(100000)});
 }
 
+// It stays the current token, so no end query can begin behind it.
+TEST(GetQueryInfo, AValueThatIsTooLongIsNotConsumedOnPurpose) {
+  const auto query = [](std::size_t length, const std::string& behind) {
+    return "REQUEST 7 FROM NEWS WHERE 31=\"" + std::string(length, 'v') + '"' + behind;
+  };
+  ExpectNoSentence({query(4096, " END 42"), query(4096, " AND END 42")});
+  ExpectAccepted({{query(4095, " AND END 42"),
+                   "type 0; transaction 42; what 7; where 31=\"" + std::string(4095, 'v') + '"'}});
+}
+
 TEST(GetQueryInfo, ANumberHas19CharactersAtMostWhereItIsConverted) {
   ExpectAccepted({{"END 0000000000000000042", "type 0; transaction 42"},
                   {"REQUEST 0000000000000000007 FROM NEWS", "type 1; what 7"},

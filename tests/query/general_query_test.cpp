@@ -50,6 +50,8 @@ TEST(GeneralWhat, NeedsAFieldOrAReasonToHaveNone) {
 TEST(GeneralWhere, EveryConditionReachesItsAccessor) {
   const AccessorCase<Where> cases[] = {
       {31, "us:IBM", Read<&Where::GetSymbol>, "IBM"},
+      {31, "1234567890123456789012345678901", Read<&Where::GetSymbol>,
+       "123456789012345678901234567890"},
       {31, "", Read<&Where::GetSymbol>, ""},
       {228, "01/31/1997", Read<&Where::GetLastDate>, "day 35461"},
       {228, "soon", Read<&Where::GetLastDate>, kAbsent},

@@ -109,6 +109,15 @@ TEST(TimeQuery, TheExchangeTimeZoneHasASetterAlone) {
   EXPECT_EQ(Read<&TimeWhere::GetExchangeTimeZone>(where), "65535");
 }
 
+TEST(TimeQuery, ASecondCreateKeepsTheDataSourceAndTheFlag) {
+  TimeQuery query;
+  ASSERT_EQ(query.Create(Asking({280}, 0).Where(207, "9").Where(298, "0")), 1);
+  ASSERT_EQ(query.Create(Asking({281}, 0)), 1);
+  EXPECT_EQ(Read<&TimeWhere::GetDataSource>(*query.GetWHEREClause()), "9");
+  EXPECT_TRUE(query.GetWHEREClause()->GetTimeZone());
+  EXPECT_EQ(query.GetWHATClause()->Find(280), -1);
+}
+
 // ---- SERVER_INFO ----
 
 using ServerInfoQuery = CZRGSClientSERVERINFOQuery;
@@ -277,6 +286,19 @@ TEST(ArchiveQuery, ItsConditionsReachTheirAccessors) {
   ASSERT_EQ(info.Create(QueryBuilder().Where(365, "41").Where(365, "0")), 1);
   EXPECT_EQ(Read<&ArchiveInfoWhere::GetTransactionID>(*info.GetWHEREClause()), kAbsent);
   ASSERT_EQ(info.Create(QueryBuilder().Where(365, "41")), 1);
+  EXPECT_EQ(Read<&ArchiveInfoWhere::GetTransactionID>(*info.GetWHEREClause()), "41");
+}
+
+TEST(ArchiveQuery, ASecondCreateKeepsTheValues) {
+  ArchiveQuery query;
+  ASSERT_EQ(query.Create(Asking({7}, 0).Where(365, "42").Where(466, "3")), 1);
+  ASSERT_EQ(query.Create(QueryBuilder()), 1);
+  EXPECT_EQ(Read<&ArchiveWhere::GetTransactionID>(*query.GetWHEREClause()), "42");
+  EXPECT_EQ(Read<&ArchiveWhere::GetArchiveFlags>(*query.GetWHEREClause()), "3");
+  EXPECT_EQ(query.GetWHATClause()->GetSize(), 0);
+  ArchiveInfoQuery info;
+  ASSERT_EQ(info.Create(QueryBuilder().Where(365, "41")), 1);
+  ASSERT_EQ(info.Create(QueryBuilder()), 1);
   EXPECT_EQ(Read<&ArchiveInfoWhere::GetTransactionID>(*info.GetWHEREClause()), "41");
 }
 

@@ -41,6 +41,8 @@ TEST(SymbolDataWhere, EveryConditionReachesItsAccessor) {
       {17, "12345678", Read<&Where::GetExchangeName>, "1234567"},
       {17, "NYSE", Read<&Where::GetExchangeListed>, "0"},
       {31, "us:IBM", Read<&Where::GetSymbol>, "IBM"},
+      {31, "1234567890123456789012345678901", Read<&Where::GetSymbol>,
+       "123456789012345678901234567890"},
       {190, "15", Read<&Where::GetCategory>, "15"},
       {190, "257", Read<&Where::GetCategory>, "1"},
       {190, "", Read<&Where::GetCategory>, "0"},
@@ -109,6 +111,9 @@ TEST(SymbolDataWhere, EveryConditionOfTheChartReachesItsAccessorWithOneAlone) {
   };
   const ChartCase cases[] = {
       {{219, kWeek, Read<&Where::GetSession>, kWeek}, Chartless::kRefused},
+      // A calendar whose text breaks off is what was complete of it.
+      {{219, "2:2010,2400,0,0,1;3450", Read<&Where::GetSession>, "1:2010,2400,0,0,1"},
+       Chartless::kRefused},
       {{228, "01/31/1997", Read<&Where::GetLastDate>, "day 35461"}},
       {{229, "30", Read<&Where::GetNumCalDaysBack>, "30"}},
       {{229, "-3", Read<&Where::GetNumCalDaysBack>, "0"}},
