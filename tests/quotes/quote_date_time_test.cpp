@@ -271,4 +271,15 @@ TEST_F(Quote, TransferMakesTheSourceLookAnewAndKeepsItsDate) {
   EXPECT_EQ(from.GetDate(), 7);
 }
 
+TEST_F(Quote, TransferMakesTheSourceForgetThatItLooked) {
+  CZRGSQuote from;
+  from.AddFieldDate(3, kDate, 35431);
+  EXPECT_EQ(from.GetDate(), 35431);
+  CZRGSQuote to;
+  to.TransferQuote(from);
+  unsigned short date = 7;
+  from.AddField(3, 1, kDate, &date, 2);  // a form that makes no quote look again
+  EXPECT_EQ(from.GetDate(), 7);
+}
+
 }  // namespace
