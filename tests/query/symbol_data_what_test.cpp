@@ -96,6 +96,37 @@ TEST(SymbolDataWhat, SomeChartsRefuseFieldsBesideThem) {
   }
 }
 
+// A refused query is to be thrown away, but until then it shows how far its chart was copied.
+TEST(SymbolDataWhat, ARefusedChartIsCopiedUpToTheRuleThatItBreaks) {
+  const struct {
+    const char* what;
+    QueryBuilder info;
+    std::uint32_t kind;
+    std::uint16_t primaryField;
+    std::uint16_t quantity;
+  } cases[] = {
+      {"fields are refused first", FullChart(QUERY_CHART_OPTION).What({7}), QUERY_CHART_OPTION, 0,
+       0},
+      {"fields are refused first", FullChart(QUERY_CHART_CONVERSION).What({7}),
+       QUERY_CHART_CONVERSION, 0, 0},
+      {"fields are refused last", FullChart(QUERY_CHART_CCA).What({7}), QUERY_CHART_CCA, 201, 5},
+      {"too wide", FullChart(QUERY_CHART_BAR).Chart(QUERY_CHART_BAR, kDay, 2), QUERY_CHART_BAR, 201,
+       2},
+      {"too wide", FullChart(QUERY_CHART_BAR).Chart(QUERY_CHART_OPTION, kDay, 2, 485),
+       QUERY_CHART_OPTION, 485, 2},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(testing::Message() << row.what << ", kind " << row.kind);
+    What what;
+    EXPECT_EQ(what.Create(row.info), 0);
+    ASSERT_TRUE(what.HasChartInfo());
+    EXPECT_EQ(what.GetChartInfo()->chartKind, row.kind);
+    EXPECT_EQ(what.GetPrimaryField(), row.primaryField);
+    EXPECT_EQ(what.GetChartInfo()->size.resolution.wQuantity, row.quantity);
+    EXPECT_TRUE(what.GetChartInfo()->snapshotFields.IsEmpty()) << "they come behind all rules";
+  }
+}
+
 TEST(SymbolDataWhat, BarsHaveLimitsByTheirUnit) {
   const struct {
     std::uint16_t unit;

@@ -147,6 +147,10 @@ TEST(TimeSalesWhat, ASecondCreateKeepsWhatTheFirstFound) {
   EXPECT_EQ(what.Find(280), -1);
   EXPECT_TRUE(what.WantDate());
   EXPECT_TRUE(what.WantTime());
+  info->dwWhatCount = 0;
+  ASSERT_EQ(what.Create(*info), 1);
+  EXPECT_TRUE(what.WantDate());
+  EXPECT_TRUE(what.WantTime());
 }
 
 }  // namespace
