@@ -418,6 +418,17 @@ TEST(News, ReadsOfAnotherTypeAreMeantToGiveTheBodyAsItStands) {
   EXPECT_STREQ(news.GetFileName(), "\5");
 }
 
+// Only a file name is text, so only of a file name an end is asked for.
+TEST(News, ABodyOfAnotherTypeIsGivenAsItStandsAlsoWithoutAnEnd) {
+  for (const ZRGS_NEWS_DATA_TYPE type : {ZRGS_NEWS_HINT, ZRGS_NEWS_RAW_DATA}) {
+    const auto record = Filled('x');
+    std::memcpy(record.get(), &type, sizeof type);
+    const CZRGSNews news(record.get());
+    ASSERT_EQ(news.GetFileName(), record->body) << type;
+    EXPECT_EQ(std::string(news.GetFileName(), 260), std::string(260, 'x')) << type;
+  }
+}
+
 TEST(News, RawDataIsNoMoreThanABufferHolds) {
   const Bytes header = {2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
   for (const unsigned int claimed : {82U, 83U, 84U, 0xFFFFFFFFU}) {
