@@ -114,8 +114,12 @@ void CZRGSSession::GetNextWeeklySessionCloseDT(const CZRDateTime& dt, CZRDateTim
     return;
   }
   const CZRGSSession& local = _Set_local(1);
+  const SessionList& counted = local.m_normalized.sessions;
+  if (counted.empty()) {
+    return;  // a calendar assigned behind the first lookup brought no cache with it
+  }
   const int firstOpen = local.m_sessions.sessions.front().OpenMinute;
-  const std::int64_t lastClose = Seconds(local.m_normalized.sessions.back().CloseMinute);
+  const std::int64_t lastClose = Seconds(counted.back().CloseMinute);
   for (CZRDateTime from = dt;;) {
     std::int64_t place = PlaceInWeek(from, firstOpen);
     if (place < 0) {

@@ -214,6 +214,18 @@ TEST(NextWeeklyClose, AnEditedListKeepsTheOldCloses) {
   EXPECT_EQ(close, Day(5, 16, 0));
 }
 
+TEST(NextWeeklyClose, WithoutCachedClosesTheCloseIsLeft) {
+  // The flag of the first lookup stays, and the assigned calendar has counted nothing yet.
+  CZRGSSession calendar(Weekdays());
+  CZRDateTime close = kUntouched;
+  calendar.GetNextWeeklySessionCloseDT(Day(3, 12, 0), close);
+  ASSERT_EQ(close, Day(5, 16, 0));
+  calendar = CZRGSSession(Weekdays());
+  close = kUntouched;
+  calendar.GetNextWeeklySessionCloseDT(Day(3, 12, 0), close);
+  EXPECT_EQ(close, kUntouched);
+}
+
 // ---- The next monthly close -------------------------------------------------------------------
 
 TEST(NextMonthlyClose, ItIsTheLastTradingDayOfTheMonth) {
