@@ -641,6 +641,16 @@ TEST(SessionCache, AMonthLookupMakesTheNextOneSeeTheEditAndThatIsMeant) {
   EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Closed);
 }
 
+TEST(SessionCache, TheNextDayIsTakenAsLookUpsTakeAnEditAndThatIsMeant) {
+  CZRGSSession week(List({Info(2010, 2400)}));
+  EXPECT_EQ(Next(week, Day(1, 12, 0)).close, Day(1, 16, 0));
+  week.SetSessionInfo(0, Info(2010, 2460));  // to 17:00
+  EXPECT_EQ(Next(week, Day(1, 12, 0)).close, Day(1, 16, 0)) << "the old close, from the cache";
+  // Behind the month's last close, so that nothing refines the answer.
+  EXPECT_EQ(Peek(week, Month, At(1, 31, 2024, 12, 0)), Closed);
+  EXPECT_EQ(Next(week, Day(1, 12, 0)).close, Day(1, 17, 0));
+}
+
 TEST(SessionCache, TheFirstOpenIsAlwaysFreshAndThatIsMeant) {
   CZRGSSession week(List({Info(2010, 2400)}));
   EXPECT_EQ(Peek(week, None, Day(1, 9, 30)), Open);
@@ -680,6 +690,8 @@ TEST(SessionCache, AssignmentBehindALookupLeavesTheFlagAloneAndThatIsMeant) {
   EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Open);
   week = CZRGSSession(CZRGSSession(longer), 2);  // only 1 normalises
   EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Closed);
+  week = source;  // whose own cache that copy had filled
+  EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Open);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <memory>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,12 @@ using session_test::Info;
 using session_test::List;
 using session_test::Text;
 using session_test::Weekdays;
+
+template <class... Enumerations>
+constexpr bool kArePlainInts = ((std::is_same_v<std::underlying_type_t<Enumerations>, int> &&
+                                 std::is_convertible_v<Enumerations, int>)&&...);
+static_assert(kArePlainInts<CZRGSSession::ResetType, CZRGSSession::Status, CZRGSSession::ReturnType,
+                            CZRDateTime::CDateTimeLimit>);
 
 TEST(Session, ItsRecordNamesItAndMakesOne) {
   const CRuntimeClass* record = RUNTIME_CLASS(CZRGSSession);

@@ -327,6 +327,19 @@ TEST(SessionCompact, NoSessionWithItsWindowLastsLongerThanADay) {
   }
 }
 
+TEST(SessionCompact, AFirstSessionOverTheEndOfTheWeekDoesntWrapTheLaterOnes) {
+  // 9960 to 240 of the next week, then 10000 to 10050 and 12840 to 3120: behind a wrap the second
+  // one's end, above the first open, would be refused.
+  Compact compact;
+  compact.ranges[0] = Range(9960, 10320);
+  compact.masks[0] = 1 << 0 | 1 << 2;
+  compact.ranges[1] = Range(8560, 8610);
+  compact.masks[1] = 1 << 1;
+  compact.count = 2;
+  compact.reset = 0;
+  EXPECT_EQ(FromCompact(compact), "3:9960,10320,0,0,1;10000,10050,0,0,0;12840,13200,0,0,1");
+}
+
 TEST(SessionCompact, AFormWithoutDaysBecomesTheDefault) {
   Compact compact;
   compact.count = 2;
