@@ -107,6 +107,15 @@ TEST(BarClose, AResolutionWithoutWidthIsClosed) {
   }
 }
 
+TEST(BarClose, ACloseBeforeItsOpenLeavesNoIntervalToCount) {
+  // Tuesday 02:00 to 00:20: what is left of the session are its windows, from 02:00 to 03:40.
+  ExpectCloses(List({Info(2010, 2400), Info(3000, 2900, 0, 200)}), Of(5, kMinutes),
+               {{Day(2, 2, 0), 0, kNull}, {Day(2, 3, 39, 59), 0, kNull}});
+  // The reset window counts no intervals.
+  ExpectCloses(List({Info(2010, 2400), Info(3000, 2900, 200)}), Of(5, kMinutes),
+               {{Day(2, 2, 0), 4, Day(2, 0, 20)}, {Day(2, 3, 40), 0, kNull}});
+}
+
 TEST(BarClose, DaysCloseWithTheTradingDayWhateverTheQuantity) {
   for (const unsigned short quantity : std::vector<unsigned short>{0, 1, 2, 5}) {
     ExpectCloses(Weekdays(30, 10), Of(quantity, kDays),

@@ -110,6 +110,56 @@ TEST(MergeTick, WidensTheBar) {
   EXPECT_EQ(bar.GetZRDateTime(), kClose) << "merging doesn't stamp";
 }
 
+TEST(MergeTick, AWordBecomesAFloatBeforeItIsAdded) {
+  // 2^24 + 1 is a tie that goes to the even 2^24, and so is 1 + 2^24; added as whole numbers the
+  // two would make 2^24 + 2.
+  const auto tick = Trade(kAt, 10, 0, 16777217);
+  auto bar = BarOf<CDPCDblOHLCUDUT>({10, 12, 9, 11, 0, 0, 0, 0, 1, 0, 0, 1});
+  Include(bar, tick);
+  EXPECT_EQ(Float(bar, 8), 16777216.0F);
+  EXPECT_EQ(Float(bar, 11), 16777216.0F);
+  auto daily = BarOf<CDPCDblOHLCUDUTO>({10, 12, 9, 11, 0, 0, 0, 0, 1, 0, 0, 1, 0});
+  daily.m_PrevDailyRec.m_UpTicks = 1;
+  Include(daily, tick);
+  EXPECT_EQ(Float(daily, 8), 16777216.0F);
+  EXPECT_EQ(+daily.m_PrevDailyRec.m_UpTicks, 16777216.0F);
+}
+
+// Whether a high and a low stand as they stood, to the bit.
+void ExpectHighAndLow(float high, float low, float bothWere) {
+  EXPECT_EQ(BitsOf(high), BitsOf(bothWere));
+  EXPECT_EQ(BitsOf(low), BitsOf(bothWere));
+}
+
+TEST(MergeHighAndLow, ATieAndWhatCantBeComparedKeepTheOldValue) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  struct Case {
+    float was;
+    float comes;
+  };
+  for (const Case& c : {Case{0.0F, -0.0F}, Case{-0.0F, 0.0F}, Case{5, nan}, Case{nan, 5}}) {
+    const auto tick = Trade(kAt, c.comes);
+    const Row was = {1, c.was, c.was, 1};
+    const Row comes = {1, c.comes, c.comes, 1};
+    auto byTick = BarOf<CDPCDblOHLCUDUT>(was);
+    Include(byTick, tick);
+    ExpectHighAndLow(Float(byTick, 1), Float(byTick, 2), c.was);
+    auto byBar = BarOf<CDPCDblOHLCUDUT>(was);
+    Include(byBar, BarOf<CDPCDblOHLCUDUT>(comes));
+    ExpectHighAndLow(Float(byBar, 1), Float(byBar, 2), c.was);
+    auto daily = BarOf<CDPCDblOHLCUDUTO>(was);
+    daily.m_PrevDailyRec.m_High = c.was;
+    daily.m_PrevDailyRec.m_Low = c.was;
+    Include(daily, tick);
+    ExpectHighAndLow(daily.m_PrevDailyRec.m_High, daily.m_PrevDailyRec.m_Low, c.was);
+    Include(daily, BarOf<CDPCDblOHLCUDUTO>(comes, Day(2, 16, 0)));
+    ExpectHighAndLow(Float(daily, 1), Float(daily, 2), c.was);
+    auto old = BarOf<CDPCDblOHLCUDUTOld>(was);
+    Include(old, tick);
+    ExpectHighAndLow(Float(old, 1), Float(old, 2), c.was);
+  }
+}
+
 TEST(MergeTick, TheBarWithOpenInterestKeepsItsHighAndLowAsMeant) {
   auto bar = BarOf<CDPCDblOHLCUDUTO>({10, 12, 9, 11, 1, 2, 3, 6, 1, 2, 3, 6, 77});
   bar.ResetPrevDailyRec();

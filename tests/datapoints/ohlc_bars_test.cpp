@@ -96,6 +96,21 @@ TEST(SetValues, VolumesAreSigned32BitNumbers) {
   EXPECT_EQ(Float(bar, 5), 1073741824.0F);
 }
 
+TEST(SetValues, NumbersAreCutTo32BitsFirst) {
+  // Where a long has 64 bits the upper half is dropped; where it has 32 there is none.
+  constexpr std::int64_t turn = std::int64_t{1} << 32;
+  CDPCDblOHLCUDUT bar;
+  bar.SetValues(1, 4, 0.5F, 2, static_cast<long>(turn + 101), static_cast<long>(turn + 40), 40, 101,
+                40, 40);
+  EXPECT_EQ(Floats(bar, 12), (std::vector<float>{1, 4, 0.5F, 2, 50, 50, 0, 101, 51, 50, 0, 101}));
+  CDPCDblOHLCUDUTO daily;
+  daily.SetValues(1, 4, 0.5F, 2, static_cast<long>(turn + 101), 40, static_cast<long>(turn + 40),
+                  static_cast<unsigned long>(turn + 101), 40, static_cast<unsigned long>(turn + 40),
+                  static_cast<long>(turn + 9));
+  EXPECT_EQ(Floats(daily, 13),
+            (std::vector<float>{1, 4, 0.5F, 2, 50, 50, 0, 101, 51, 50, 0, 101, 9}));
+}
+
 TEST(SetValues, OneOpenInterestSaysThereIsNone) {
   struct Case {
     long given;

@@ -1,9 +1,13 @@
 // The interface of all data points, over every concrete class.
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <pxdutil/foundation/exception.h>
@@ -126,6 +130,20 @@ TEST_P(Points, StoreTheirRecordAlone) {
   }
 }
 
+TEST_P(Points, LoadAsManyBytesAsTheyStore) {
+  Fill(*point);
+  const auto before = spec.copy(*point);
+  Bytes bytes = Stored(*point);
+  bytes.push_back(0x77);
+  CMemFile file(bytes.data(), bytes.size());
+  CArchive archive(&file, CArchive::load);
+  point->Serialize(archive);
+  EXPECT_EQ(point->IsEqualTo(before.get()), 1);
+  std::uint8_t behind = 0;
+  archive >> behind;
+  EXPECT_EQ(behind, 0x77);
+}
+
 TEST_P(Points, SerializeTouchesNoHeap) {
   CMemFile file;
   CArchive archive(&file, CArchive::store);
@@ -146,6 +164,42 @@ TEST_P(Points, StartNullWithoutFlags) {
       IsCnv() ? CZRDateTime(CZRDate(static_cast<unsigned short>(0)), CZRTime(0)) : CZRDateTime());
   for (unsigned col = 0; col < Real(); ++col) {
     EXPECT_EQ(Get(*point, col), 0.0);
+  }
+}
+
+// A conversion answers by a mark of its own, which none of this clears.
+TEST_P(Points, AreNullByTheirStampAndEveryValue) {
+  for (unsigned col = 0; col < Real(); ++col) {
+    auto one = spec.make();
+    Set(*one, col, 1);
+    EXPECT_EQ(one->IsNull(), IsCnv() ? 1 : 0) << col;
+    Set(*one, col, -0.0);
+    EXPECT_EQ(one->IsNull(), 1) << "minus 0 is 0, column " << col;
+  }
+  const CZRDate nullDate(CZRDate::GetNullJulianDate());
+  const CZRTime nullTime(CZRTime::GetNullTime());
+  point->SetZRDateTime(CZRDateTime(nullDate, CZRTime(0)));
+  const bool byDateAlone = spec.name == "CDPOptDaily";
+  EXPECT_EQ(point->IsNull(), IsCnv() || byDateAlone ? 1 : 0);
+  point->SetZRDateTime(CZRDateTime(CZRDate(static_cast<unsigned short>(0xFFFE)), nullTime));
+  EXPECT_EQ(point->IsNull(), IsCnv() ? 1 : 0);
+  point->SetZRDateTime(CZRDateTime(nullDate, nullTime));
+  EXPECT_EQ(point->IsNull(), 1);
+}
+
+TEST_P(Points, HaveANullPriceByTheFirstValueOrByThePricesTheirClassAsks) {
+  const bool all = IsPlain() || spec.name == "CDPCDblOHLCUDUTO";
+  const unsigned prices = spec.ohlc ? 4 : 1;
+  for (const double zero : {0.0, -0.0}) {
+    auto zeros = Filled();
+    for (unsigned col = 0; col < Real(); ++col) {
+      auto one = Filled();
+      EXPECT_EQ(one->HasNullPrice(), 0);
+      Set(*one, col, zero);
+      EXPECT_EQ(one->HasNullPrice(), !all && col < prices ? 1 : 0) << col;
+      Set(*zeros, col, zero);
+    }
+    EXPECT_EQ(zeros->HasNullPrice(), 1) << "whatever the stamp";
   }
 }
 
@@ -277,7 +331,8 @@ TEST_P(Points, ShowTheirColumnsAsText) {
       {1234567, "1234567", "1234567"},
       {12345678, "1.234568E+07", "12345678"},
       {0.0000125F, "1.25E-05", "0"},
-      {3.4028234664e38F, "3.402823E+38", "340282346638528859811704183484516925440"}};
+      {3.4028234664e38F, "3.402823E+38", "340282346638528859811704183484516925440"},
+      {-3.4028234664e38F, "-3.402823E+38", "-340282346638528859811704183484516925440"}};
   for (unsigned col = 0; col < Real(); ++col) {
     for (const Text& text : texts) {
       Set(*point, col, static_cast<double>(text.value));
@@ -597,6 +652,193 @@ TYPED_TEST(PointTypes, AssignmentAndTheRecordLeaveTheFlags) {
   EXPECT_TRUE(third.HasFlag(0x20));
   EXPECT_FALSE(third.HasFlag(0x10));
 }
+
+template <class Point>
+class PricedTypes : public testing::Test {};
+using Priced =
+    testing::Types<CDPTDblTick, CDPTDblDblTick, CDPCDblC, CDPCDblDblC, CDPCDblDblH, CDPCDblDblL,
+                   CDPCDblOHLCUDUT, CDPCDblOHLCUDUTO, CDPCDblOHLCUDUTOld, CDPCDblOHLCUDUTOOld>;
+TYPED_TEST_SUITE(PricedTypes, Priced);
+
+TYPED_TEST(PricedTypes, AreAssignedTheirRecordWithoutTheFlags) {
+  typename TypeParam::Record record;
+  record.m_Date = 1234;
+  record.m_Time = 5678;
+  record.SetFloat(0, 3);
+  TypeParam point;
+  point.SetFlag(0x20);
+  TypeParam& assigned = point = record;
+  EXPECT_EQ(&assigned, &point);
+  EXPECT_EQ(InMemory(point.GetDPST()), InMemory(record));
+  EXPECT_TRUE(point.HasFlag(0x20));
+}
+
+// A host's class sees the calls that one operation makes of another.
+template <class Point>
+struct Watched : Point {
+  using Point::SetZRDateTime;
+  void SetZRDateTime(CZRDateTime dateTime) override {
+    ++stamped;
+    Point::SetZRDateTime(dateTime);
+  }
+  void GetDPValueForCol(unsigned col, CDPValue& value) const override {
+    ++gets;
+    Point::GetDPValueForCol(col, value);
+  }
+  void SetDPValueForCol(unsigned col, CDPValue& value) override {
+    ++sets;
+    Point::SetDPValueForCol(col, value);
+  }
+  void GetDPValueInfoForCol(unsigned, CField, CDPValueInfo&) const override {
+    ++infos;
+    getsBeforeInfo = gets;
+  }
+  mutable int gets = 0;
+  mutable int infos = 0;
+  mutable int getsBeforeInfo = 0;
+  int sets = 0;
+  int stamped = 0;
+};
+
+TYPED_TEST(PricedTypes, ReachTheirOtherFormsThroughTheSlots) {
+  Watched<TypeParam> point;
+  CField field(235);
+  CDPValueInfo info;
+  CDPValue value(7.0F);
+  point.GetDPValueInfoForColEx(0, field, info, value);
+  EXPECT_EQ(point.infos, 1);
+  EXPECT_EQ(point.getsBeforeInfo, 1) << "the value comes first";
+  // The bar with a running record has the forms with a selector itself; see its own tests.
+  const bool ownForms = std::is_same_v<TypeParam, CDPCDblOHLCUDUTO>;
+  point.GetDPValueForColEx(0, value, 5);
+  EXPECT_EQ(point.gets, ownForms ? 1 : 2);
+  point.SetDPValueForColEx(0, value, 5);
+  EXPECT_EQ(point.sets, ownForms ? 0 : 1);
+  // The newer OHLC bars write the null stamp into their record.
+  const bool plainNull =
+      std::is_same_v<TypeParam, CDPCDblOHLCUDUT> || std::is_same_v<TypeParam, CDPCDblOHLCUDUTO>;
+  point.SetToNull();
+  EXPECT_EQ(point.stamped, plainNull ? 0 : 1);
+}
+
+// The selectors with which the short forms call those that take one.
+template <class Point>
+struct Selected : Point {
+  void GetDPValueForColEx(unsigned, CDPValue&, unsigned char selector) const override {
+    got = selector;
+  }
+  void SetDPValueForColEx(unsigned, CDPValue&, unsigned char selector) override { set = selector; }
+  mutable int got = -1;
+  int set = -1;
+};
+
+template <class Point>
+void ExpectSelectors(int got, int set) {
+  Selected<Point> point;
+  CDPValue value;
+  point.GetDPValueForCol(0, value);
+  point.SetDPValueForCol(0, value);
+  EXPECT_EQ(point.got, got);
+  EXPECT_EQ(point.set, set);
+}
+
+TEST(PointsOfTwoRecords, TheirShortFormsCallTheOthersWithASelector) {
+  ExpectSelectors<CDPCDblOHLCUDUTO>(0, 4);
+  ExpectSelectors<CDPOptDaily>(4, 4);
+  ExpectSelectors<CDPCnv>(4, 4);
+}
+
+template <class Point>
+struct Opened : Point {
+  using Point::_GetBaseClass;
+};
+
+TYPED_TEST(PointTypes, GiveTheirRecordAndTheirBasesWithoutAnObject) {
+  constexpr bool isTick = std::is_base_of_v<CDPTDataPtTick, TypeParam>;
+  EXPECT_EQ(TypeParam::GetThisClass(), TypeParam().GetRuntimeClass());
+  EXPECT_EQ(Opened<TypeParam>::_GetBaseClass(),
+            isTick ? RUNTIME_CLASS(CDPTDataPtTick) : RUNTIME_CLASS(CDPCDataPtCalculated));
+}
+
+// ---- The table of virtual operations ----
+
+#if defined(__GNUC__) && (defined(__x86_64__) || defined(__i386__))
+
+// The place of an operation in the table, which its pointer holds one above its distance in bytes.
+// The exact signature picks it.
+template <class Signature, class Class>
+int PlaceOf(Signature Class::*operation) {
+  std::intptr_t word = 0;
+  static_assert(sizeof operation >= sizeof word);
+  std::memcpy(&word, &operation, sizeof word);
+  EXPECT_EQ(word % 2, 1) << "not virtual";
+  return static_cast<int>(word / static_cast<std::intptr_t>(sizeof(void*)));
+}
+
+TEST(PointSlots, StandInOrderWithTheseSignatures) {
+  using P = CDPDataPt;
+  using B = CDPCDataPtCalculated;
+  const std::vector<int> places = {
+      PlaceOf<void(CArchive&)>(&P::Serialize),
+      PlaceOf<void() const>(&P::AssertValid),
+      PlaceOf<void(CDumpContext&) const>(&P::Dump),
+      PlaceOf<unsigned() const>(&P::GetNumCols),
+      PlaceOf<CString(unsigned)>(&P::GetStringHeaderForCol),
+      PlaceOf<unsigned() const>(&P::GetObjectSize),
+      PlaceOf<int(const CField&, const CField&, unsigned&) const>(&P::GetColForColField),
+      PlaceOf<void(unsigned, CField, CDPValueInfo&) const>(&P::GetDPValueInfoForCol),
+      PlaceOf<void(unsigned, CField&, CDPValueInfo&, CDPValue&) const>(&P::GetDPValueInfoForColEx),
+      PlaceOf<void(unsigned, CDPValue&) const>(&P::GetDPValueForCol),
+      PlaceOf<void(unsigned, CDPValue&, unsigned char) const>(&P::GetDPValueForColEx),
+      PlaceOf<void(unsigned, CDPValue&)>(&P::SetDPValueForCol),
+      PlaceOf<void(unsigned, CDPValue&, unsigned char)>(&P::SetDPValueForColEx),
+      PlaceOf<void()>(&P::ResetPrevDailyRec),
+      PlaceOf<P::DataType(unsigned)>(&P::GetDataTypeForCol),
+      PlaceOf<CString(unsigned)>(&P::GetStringValForCol),
+      PlaceOf<void(unsigned, CString)>(&P::SetStringValForCol),
+      PlaceOf<double(unsigned) const>(&P::GetDoubleValForCol),
+      PlaceOf<void(unsigned, double)>(&P::SetDoubleValForCol),
+      PlaceOf<CZRDateTime()>(&P::GetZRDateTime),
+      PlaceOf<void(unsigned short&, unsigned long&) const>(&P::GetDPDateTime),
+      PlaceOf<void(unsigned short, unsigned long)>(&P::SetZRDateTime),
+      PlaceOf<void(CZRDateTime)>(&P::SetZRDateTime),
+      PlaceOf<int(double, double) const>(&P::HasDblValBetween),
+      PlaceOf<int(double, double) const>(&P::HasVolBetween),
+      PlaceOf<int(double, P*) const>(&P::HasDblValDifferenceGreaterThan),
+      PlaceOf<int(CZRGSQuote&)>(&P::SetFromQuote),
+      PlaceOf<int(CZRGSQuote&) const>(&P::AppendToQuote),
+      PlaceOf<void(unsigned)>(&P::SetToDummyData),
+      PlaceOf<int(P*) const>(&P::IsEqualTo),
+      PlaceOf<void(P*)>(&P::SetEqualTo),
+      PlaceOf<void()>(&P::SetToNull),
+      PlaceOf<int() const>(&P::IsNull),
+      PlaceOf<int() const>(&P::HasNullPrice),
+      PlaceOf<int() const>(&P::HasDeleteValue),
+      PlaceOf<bool() const>(&P::IsAnEndOfMinuteTick),
+      PlaceOf<bool() const>(&P::IsAnEndOfSecondTick),
+      PlaceOf<int(unsigned, float, int)>(&P::AdjustData),
+      PlaceOf<B::AddDataPtReturn(const P*, const CResoln&, const CZRGSSession&, int, B::TrendType&,
+                                 const P*)>(&B::AddDataPt),
+      PlaceOf<void(const P*, B::TrendType&, const P*)>(&B::IncludeDataPtData),
+      PlaceOf<int(const CZRDateTime&, const CResoln&, const CZRGSSession&) const>(
+          &B::CheckCloseTime),
+  };
+  // Slots 2 to 42; a destructor, which is slot 1, takes two places here.
+  ASSERT_EQ(places.size(), 41U);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    EXPECT_EQ(places[i], static_cast<int>(i) + 3) << "slot " << i + 2;
+  }
+  EXPECT_EQ(PlaceOf(&P::GetRuntimeClass), 0);
+}
+
+#endif
+
+template <class... Enumerations>
+constexpr bool kArePlainInts = ((std::is_same_v<std::underlying_type_t<Enumerations>, int> &&
+                                 std::is_convertible_v<Enumerations, int>)&&...);
+static_assert(
+    kArePlainInts<CDPDataPt::DataType, CDPCDataPtCalculated::DPTStatus,
+                  CDPCDataPtCalculated::AddDataPtReturn, CDPCDataPtCalculated::TrendType>);
 
 TEST(PointBases, HaveTheirRunTimeRecords) {
   struct Row {

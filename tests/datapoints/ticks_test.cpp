@@ -37,6 +37,18 @@ TEST(TradeTick, TheWordIsSplitForValuesAndWholeForTexts) {
   }
 }
 
+TEST(TradeTick, TheLowestWordWrapsWhenItIsNegated) {
+  constexpr long min = std::numeric_limits<std::int32_t>::min();
+  CDPTDblDblTick tick;
+  tick.SetValues(1, 2, min);
+  CDPValue value;
+  tick.GetDPValueForCol(2, value);
+  EXPECT_EQ(value.GetLong(), 0);
+  tick.GetDPValueForCol(3, value);
+  EXPECT_EQ(value.GetLong(), min);
+  EXPECT_STREQ(tick.GetStringValForCol(3), "-2147483648");
+}
+
 TEST(TradeTick, BothWordColumnsStoreTheRawWordAsMeant) {
   for (const unsigned col : {2U, 3U}) {
     for (const long word : {5L, -5L, 0L}) {
@@ -100,6 +112,18 @@ TEST(TradeTick, SetValuesStoresAllThree) {
   EXPECT_EQ(+tick.GetDPST().m_Price, 1.25F);
   EXPECT_EQ(+tick.GetDPST().m_Vol, 16777216.0F);
   EXPECT_EQ(+tick.GetDPST().m_TickDir, -3);
+}
+
+TEST(TradeTick, SetValuesCutsItsNumbersTo32Bits) {
+  // Where a long has 64 bits the upper half is dropped; where it has 32 there is none.
+  constexpr std::int64_t turn = std::int64_t{1} << 32;
+  CDPTDblDblTick tick;
+  tick.SetValues(1, static_cast<long>(turn + 7), static_cast<long>(turn - 3));
+  EXPECT_EQ(+tick.GetDPST().m_Vol, 7.0F);
+  EXPECT_EQ(+tick.GetDPST().m_TickDir, -3);
+  tick.SetValues(1, static_cast<long>(turn - 1), static_cast<long>(turn + 5));
+  EXPECT_EQ(+tick.GetDPST().m_Vol, -1.0F);
+  EXPECT_EQ(+tick.GetDPST().m_TickDir, 5);
 }
 
 TEST(TradeTick, NullKeepsTheWordAsMeantAndNothingAsksForIt) {

@@ -18,6 +18,9 @@ static_assert(!std::is_polymorphic_v<CField> && !std::is_polymorphic_v<CDPValue>
               !std::is_polymorphic_v<CDPValueInfo>);
 static_assert(sizeof(CField) == 2);
 static_assert(sizeof(CDPValue) == 8);
+static_assert(sizeof(CDPValueInfo) == 8, "not packed");
+static_assert(std::is_same_v<std::underlying_type_t<CDPValueInfo::DataType>, int> &&
+              std::is_convertible_v<CDPValueInfo::DataType, int>);
 
 TEST(FieldId, IsUnsetByDefault) {
   EXPECT_EQ(CField().GetFieldVal(), 0xFFFF);
