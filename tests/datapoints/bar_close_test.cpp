@@ -498,6 +498,34 @@ TYPED_TEST(Building, ABarOfTwoDaysClosesWithEachDayAsMeant) {
   EXPECT_EQ(bar.GetZRDateTime(), Day(2, 16, 0));
 }
 
+TYPED_TEST(Building, TheMergeIsGivenThePointTheTrendAndThePointBefore) {
+  struct Watched : TypeParam {
+    void IncludeDataPtData(const CDPDataPt* pt, Trend& trend, const CDPDataPt* prev) override {
+      points.push_back(pt);
+      trends.push_back(&trend);
+      befores.push_back(prev);
+    }
+    std::vector<const CDPDataPt*> points;
+    std::vector<const Trend*> trends;
+    std::vector<const CDPDataPt*> befores;
+  };
+  const auto before = this->MomentAt(Day(1, 9, 29));
+  const auto first = this->MomentAt(Day(1, 9, 31));
+  const auto second = this->MomentAt(Day(1, 9, 32));
+  const auto next = this->MomentAt(Day(1, 9, 36));
+  Watched bar;
+  const auto offer = [&](const CDPDataPt& point, const CDPDataPt& prev, int startNew) {
+    bar.AddDataPt(&point, this->m_resoln, this->m_session, startNew, this->m_trend, &prev);
+  };
+  offer(first, before, 1);
+  offer(second, first, 0);
+  offer(next, second, 0);  // not taken
+  offer(next, second, 1);
+  EXPECT_EQ(bar.points, (std::vector<const CDPDataPt*>{&first, &second, &next}));
+  EXPECT_EQ(bar.trends, std::vector<const Trend*>(3, &this->m_trend));
+  EXPECT_EQ(bar.befores, (std::vector<const CDPDataPt*>{&before, &first, &second}));
+}
+
 TYPED_TEST(Building, InSteadyStateTouchesNoHeap) {
   const auto offerDay = [&](TypeParam& bar, unsigned day) {
     for (unsigned second = 0; second < 600; ++second) {

@@ -308,6 +308,32 @@ TEST(OldData, IsTakenInWithItsOpenInterestAndLeavesTheRunningRecord) {
   EXPECT_EQ(+bar.m_PrevDailyRec.m_UpVol, 7.0F);
 }
 
+// A host's own bar, with a record that tells the class it comes from.
+template <class Bar>
+struct Derived : Bar {
+  const CRuntimeClass* GetRuntimeClass() const override {
+    static const CRuntimeClass record = {
+        "Derived", static_cast<int>(sizeof(Derived)), kNoSchema, nullptr, &Base, nullptr, nullptr};
+    return &record;
+  }
+  static const CRuntimeClass* Base() { return Bar::GetThisClass(); }
+};
+
+TEST(OldData, ABarDerivedFromTheSameClassIsNotOld) {
+  Derived<CDPCDblOHLCUDUT> minute;
+  minute.SetDPST(Counting<CDPCDblOHLCUDUT>(kAt, 1).GetDPST());
+  CDPCDblOHLCUDUT bar;
+  bar.SetEqualTo(&minute);
+  EXPECT_EQ(Floats(bar, 12), (std::vector<float>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+  Derived<CDPCDblOHLCUDUTO> daily;
+  daily.SetDPST(Counting<CDPCDblOHLCUDUTO>(kAt, 1).GetDPST());
+  daily.m_PrevDailyRec.m_UpVol = 7;
+  CDPCDblOHLCUDUTO taken;
+  taken.SetEqualTo(&daily);
+  EXPECT_EQ(Floats(taken, 13), (std::vector<float>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}));
+  EXPECT_EQ(+taken.m_PrevDailyRec.m_UpVol, 7.0F);
+}
+
 TEST(OldData, AThirdClassIsReadAsItsBytesLieAndNoFurther) {
   auto daily = Counting<CDPCDblOHLCUDUTO>(kAt, 1);
   CDPCDblOHLCUDUT bar;

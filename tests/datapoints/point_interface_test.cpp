@@ -549,6 +549,21 @@ TEST_P(Points, SetEqualToCopiesTheRecordAndNotTheFlags) {
   EXPECT_FALSE(point->HasFlag(0x10));
 }
 
+TEST_P(Points, SetEqualToReadsAShorterPointNoFurtherThanItGoes) {
+  CDPCDblC other;
+  CDPValue value(99.0F);
+  other.SetDPValueForCol(0, value);
+  const CZRDateTime at = session_test::At(3, 5, 2024, 10, 0);
+  other.SetZRDateTime(at);
+  Fill(*point);
+  point->SetEqualTo(&other);
+  EXPECT_EQ(point->GetZRDateTime(), IsPlain() ? kAt : at);
+  for (unsigned col = 0; col < Real(); ++col) {
+    const double taken = col == 0 ? 99.0 : 0.0;
+    EXPECT_EQ(Get(*point, col), IsPlain() ? 10.0 + col : taken) << col;
+  }
+}
+
 TEST_P(Points, CopyConstructionCopiesTheFlagsToo) {
   Fill(*point);
   point->SetFlag(0x10);
