@@ -553,6 +553,20 @@ TEST(MergeOption, ANullRunningRecordIsNoDay) {
   EXPECT_EQ(+bar.GetDPST().m_VolCount, 10);
 }
 
+TEST(MergeOption, TheRunningRecordTakesThePointsCountButNotItsSum) {
+  CDPOptDaily point;
+  point.m_PrevDailyRec.SetToNull();
+  Include(point, Option(10, 20, 30, 40, 0.5F, 45000));
+  ASSERT_EQ(+point.GetDPST().m_VolSum, 0.5F);
+  ASSERT_EQ(+point.GetDPST().m_VolCount, 1);
+  CDPOptDaily bar;
+  bar.m_PrevDailyRec.SetToNull();
+  bar.m_PrevDailyRec.m_VolSum = 3;
+  Include(bar, point);
+  EXPECT_EQ(+bar.m_PrevDailyRec.m_VolSum, 3.0F);
+  EXPECT_EQ(+bar.m_PrevDailyRec.m_VolCount, 1);
+}
+
 TEST(MergeOption, AMeanOverNoSamplesIs0AndVolumesWrap) {
   CDPOptDaily bar = Option(0xFFFFFFFF, 5, 1, 1, 0.5F, 45000);
   CDPRecOptDaily record;

@@ -235,14 +235,20 @@ TEST(RunningRecord, ResetClearsItToTheExtremes) {
   }
 }
 
-TEST(RunningRecord, SetToNullResetsItThroughTheSlot) {
-  struct Counted : CDPCDblOHLCUDUTO {
+template <class Bar>
+int ResetsBySetToNull() {
+  struct Counted : Bar {
     void ResetPrevDailyRec() override { ++calls; }
     int calls = 0;
   };
   Counted bar;
   bar.SetToNull();
-  EXPECT_EQ(bar.calls, 1);
+  return bar.calls;
+}
+
+TEST(RunningRecord, SetToNullResetsItThroughTheSlotAlsoWhereThereIsNone) {
+  EXPECT_EQ(ResetsBySetToNull<CDPCDblOHLCUDUTO>(), 1);
+  EXPECT_EQ(ResetsBySetToNull<CDPCDblOHLCUDUT>(), 1);
 }
 
 TEST(RunningRecord, IsCopiedWithTheBarButNotByTheRecordAndNotCompared) {

@@ -641,6 +641,15 @@ TEST(SessionCache, AMonthLookupMakesTheNextOneSeeTheEditAndThatIsMeant) {
   EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Closed);
 }
 
+TEST(SessionCache, AMonthLookupFillsNoCacheOfItsOwn) {
+  CZRGSSession week(List({Info(2010, 2400)}));
+  // Behind the month's last close, so that no other lookup refines the answer.
+  EXPECT_EQ(Peek(week, Month, At(1, 31, 2024, 12, 0)), Closed);
+  week.SetSessionInfo(0, Info(2010, 2460));  // to 17:00
+  EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Open);
+  EXPECT_EQ(Peek(week, None, Day(1, 16, 30)), Open) << "and the edit is in the cache";
+}
+
 TEST(SessionCache, TheNextDayIsTakenAsLookUpsTakeAnEditAndThatIsMeant) {
   CZRGSSession week(List({Info(2010, 2400)}));
   EXPECT_EQ(Next(week, Day(1, 12, 0)).close, Day(1, 16, 0));

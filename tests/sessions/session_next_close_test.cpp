@@ -251,6 +251,13 @@ TEST(NextMonthlyClose, WithoutTradingDaysItIsTheLastSessionAWeekBeforeOnPurpose)
   EXPECT_EQ(Monthly(list, At(2, 21, 2025, 16, 0, 1)), At(3, 28, 2025, 16, 0));
 }
 
+TEST(NextMonthlyClose, ALastCloseOfZeroIsNoCloseOnPurpose) {
+  // A session without length at the midnight of Thursday 25 January 2024, at which the last week
+  // begins. Its window doesn't count.
+  EXPECT_EQ(Monthly(List({Info(4 * 1440, 4 * 1440, 1)}), At(1, 9, 2024, 0, 0)),
+            At(1, 18, 2024, 0, 0));
+}
+
 TEST(NextMonthlyClose, AnEmptyListAndTheEndOfAllDaysEnd) {
   EXPECT_EQ(Monthly(List({}), Day(3, 12, 0)), kUntouched);
   // Nothing is asked of the answers but that they come.
