@@ -284,6 +284,15 @@ TEST(MergeDaily, OnANullBarTheDayIsAlwaysNew) {
   EXPECT_EQ(Columns(bar), With(kFirst, 77));
 }
 
+TEST(MergeDaily, ANullRunningRecordIsNoDay) {
+  const CZRDateTime null;
+  auto bar = BarOf<CDPCDblOHLCUDUTO>(With(kFirst, 77));
+  bar.m_PrevDailyRec.SetToNull();
+  Include(bar, BarOf<CDPCDblOHLCUDUTO>(With(kSecond, 88), null));
+  EXPECT_EQ(Float(bar, 1), 16.0F) << "as of another day, although the dates are equal";
+  EXPECT_EQ(Float(bar, 2), 7.0F);
+}
+
 TEST(MergeDaily, FloatsAreAddedBeforeThePreviousOnesAreTakenAway) {
   // 1 + 2^24 rounds to 2^24 in a float, and less 2^24 that is 0: the order shows.
   CDPCDblOHLCUDUTO bar;
@@ -663,6 +672,8 @@ TEST(NettingBars, TakeATradeOfTheirStampAtTheirClose) {
   EXPECT_FALSE(bar.TickNetted(&otherPrice, trend));
   CDPTDblDblTick otherTime = Trade(kClose, 11, 7, 2);
   EXPECT_FALSE(bar.TickNetted(&otherTime, trend));
+  CDPTDblDblTick otherDay = Trade(Day(2, 9, 31), 11, 7, 2);
+  EXPECT_FALSE(bar.TickNetted(&otherDay, trend));
   CDPTDblTick value = Value(kAt, 11);
   EXPECT_FALSE(bar.TickNetted(&value, trend));
   EXPECT_EQ(Columns(bar), before);

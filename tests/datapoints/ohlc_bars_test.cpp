@@ -207,6 +207,15 @@ TEST(RunningRecord, AFigureSentAgainAddsItsIncrease) {
   EXPECT_EQ(Float(bar, 4), 150.0F);
 }
 
+TEST(RunningRecord, TheIncreaseIsTakenBeforeItIsAdded) {
+  // 1 + 2^24 would round to 2^24, and less 2^24 that is 0: the order shows.
+  CDPCDblOHLCUDUTO bar;
+  bar.SetDoubleValForCol(4, 1);
+  bar.m_PrevDailyRec.m_UpVol = 16777216;
+  SetEx(bar, 4, 16777216, 5);
+  EXPECT_EQ(Float(bar, 4), 1.0F);
+}
+
 TEST(RunningRecord, TextsAndDoublesWriteTheBarAlone) {
   CDPCDblOHLCUDUTO bar;
   bar.SetDoubleValForCol(3, 5);

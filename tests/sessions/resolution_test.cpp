@@ -186,7 +186,10 @@ TEST(ResolutionMultiple, AWholeDayOfMinutesDividesByAnyMinutesAndThatIsMeant) {
 
 TEST(ResolutionMultiple, MinutesDivideByOtherKindsUnseenThoughSecondsDontAndThatIsMeant) {
   EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(2, 7)), 1);
+  EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(0, 7)), 1);
   EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(1, 7)), 1);
+  EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(8, 7)), 1);
+  EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(9, 7)), 1);
   EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(5, 7)), 1);
   EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(6, 7)), 1);
   EXPECT_EQ(R(3, 5).IsEvenlyDivisibleBy(R(7, 7)), 1);
@@ -219,7 +222,10 @@ TEST(ResolutionSampling, SessionsMustStandOnTheBoundaries) {
       {R(3, 15), R(3, 30), Info(570, 960, 0, 15), 1},
       {R(3, 15), R(3, 30), Info(570, 955, 0, 5), 1},
       {R(3, 15), R(3, 30), Info(570, 960, 7, 0), 1},  // the reset window plays no part
-      {R(3, 15), R(3, 40), Info(570, 960), 0},        // no multiple
+      // The close and its window add up beyond 16 bits: 66000 and 65536.
+      {R(3, 15), R(3, 30), Info(570, 60000, 0, 6000), 1},
+      {R(3, 15), R(3, 30), Info(570, 65535, 0, 1), 0},
+      {R(3, 15), R(3, 40), Info(570, 960), 0},  // no multiple
       {R(2, 30), R(2, 60), Info(571, 961), 1},
       {R(2, 7), R(2, 14), Info(7, 14), 1},
       {R(2, 7), R(2, 14), Info(7, 15), 0},

@@ -125,6 +125,16 @@ TEST(SessionLookup, ALongDribbleHidesTheResetWindow) {
   }
 }
 
+TEST(SessionLookup, AWindowAsLongAsAWordCanSayDoesntWrap) {
+  // From the first open on the window ends at 390 + 65535, which no 16 bits hold.
+  const CZRGSSession week(List({Info(2010, 2400, 65535)}));
+  for (const auto reset : {None, DayReset}) {
+    EXPECT_EQ(StatusAt(week, reset, Day(1, 16, 0)), Reset);
+    EXPECT_EQ(StatusAt(week, reset, Day(6, 12, 0)), Reset);
+  }
+  EXPECT_EQ(StatusAt(week, Week, Day(6, 12, 0)), Reset);
+}
+
 TEST(SessionLookup, AWindowHidesASessionThatBeginsWithinItAndThatIsMeant) {
   const CZRGSSession week(List({Info(2010, 2100, 0, 30, 0), Info(2110, 2400)}));
   const Found hidden = LookUp(week, None, Day(1, 11, 15));
@@ -362,6 +372,13 @@ TEST(MonthLookup, RunsFromTheFirstOpenToTheLastCloseOfTheMonth) {
     EXPECT_EQ(found.index, kNoIndex);
     EXPECT_EQ(found.flags, 3);
   }
+}
+
+TEST(MonthLookup, ACloseAtTheEndOfTheWeekStaysThereInAMonthThatBeginsOnSunday) {
+  // September 2024. Saturday's close at 24:00 is not the first event of the month but the second.
+  const CZRGSSession week(List({Info(8640, 10080)}));
+  ExpectPeriod(LookUp(week, Month, At(9, 10, 2024, 12, 0)), InPeriod, At(9, 7, 2024, 0, 0),
+               At(9, 29, 2024, 0, 0), "September");
 }
 
 TEST(MonthLookup, ADayThatRunsIntoTheMonthOpensIt) {

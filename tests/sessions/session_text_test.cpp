@@ -272,6 +272,19 @@ TEST(SessionCompact, ARangeOverMidnightClosesOnTheNextDay) {
   EXPECT_EQ(FromCompact(compact), "1:8520,8880,0,0,1");
 }
 
+TEST(SessionCompact, AMainRangeThatStaysBelowItsOpenIsMovedOnASecondDay) {
+  // On Monday 3440 to 1940, a day on 3380, and another on 4820.
+  Compact compact;
+  compact.ranges[0] = Range(2000, 500);
+  compact.count = 1;
+  compact.reset = 0;
+  compact.masks[0] = 1 << 1;
+  EXPECT_EQ(FromCompact(compact), "1:3440,4820,0,0,1");
+  // On Saturday 10640 to 12020, which this time is taken back by a week.
+  compact.masks[0] = 1 << 6;
+  EXPECT_EQ(FromCompact(compact), "1:10640,1940,0,0,1");
+}
+
 TEST(SessionCompact, ARangeOverTheEndOfTheWeekStaysUnwrappedAndThatIsMeant) {
   Compact compact;
   compact.ranges[0] = Range(1320, 240);
