@@ -53,7 +53,7 @@ void Load(Serializable& thing, const Bytes& bytes) {
 template <class Object>
 Bytes InMemory(const Object& object) {
   Bytes bytes(sizeof object);
-  std::memcpy(bytes.data(), &object, sizeof object);
+  std::memcpy(bytes.data(), static_cast<const void*>(&object), sizeof object);
   return bytes;
 }
 
