@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 #include <pxdutil/query/query_values.h>
@@ -22,10 +23,31 @@ std::string TextOf(const Json& json) {
   return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-// The numbers of a list in a packed record.
-template <class Number, std::size_t kMost>
-std::vector<Number> Listed(const Number (&numbers)[kMost], std::size_t count) {
-  return {std::begin(numbers), std::begin(numbers) + std::min(count, kMost)};
+// The lists of a packed record, number by number: nothing may refer to its numbers.
+template <class NumberAt>
+auto Listed(std::size_t count, std::size_t most, NumberAt numberAt) {
+  std::vector<decltype(numberAt(0))> numbers;
+  for (std::size_t i = 0; i < std::min(count, most); ++i) {
+    numbers.push_back(numberAt(i));
+  }
+  return numbers;
+}
+
+std::vector<std::uint16_t> WhatFields(const QUERY_INFO& info) {
+  return Listed(info.dwWhatCount, std::extent_v<decltype(info.wWhatFields)>,
+                [&](std::size_t i) { return info.wWhatFields[i]; });
+}
+
+std::vector<std::uint16_t> SnapshotFields(const QUERY_INFO& info) {
+  return Listed(info.dwSnapShotCount, std::extent_v<decltype(info.wSnapShotFields)>,
+                [&](std::size_t i) { return info.wSnapShotFields[i]; });
+}
+
+std::vector<std::uint32_t> GroupNumbers(const QUERY_INFO& info) {
+  const std::int16_t size = info.wGroupBySize;
+  return Listed(size > 0 ? static_cast<std::size_t>(size) : 0,
+                std::extent_v<decltype(info.dwGroupByList)>,
+                [&](std::size_t i) { return info.dwGroupByList[i]; });
 }
 
 bool IsCounted(std::uint32_t chartKind) {
@@ -64,17 +86,15 @@ std::string ChartText(const BuiltInCatalogue& catalogue, const QUERY_INFO& info)
                         std::int32_t{info.dwAnalysisParam2});
   }
   if (info.dwSnapShotCount != 0) {
-    text += ", snapshot of " +
-            FieldsText(catalogue, Listed(info.wSnapShotFields, info.dwSnapShotCount));
+    text += ", snapshot of " + FieldsText(catalogue, SnapshotFields(info));
   }
   return text;
 }
 
 std::string GroupText(const QUERY_INFO& info) {
   std::string text = fmt::format("{}", std::uint32_t{info.dwGroupByID});
-  const auto size = static_cast<std::size_t>(std::max<std::int16_t>(info.wGroupBySize, 0));
   const char* before = " with the transactions ";
-  for (const std::uint32_t number : Listed(info.dwGroupByList, size)) {
+  for (const std::uint32_t number : GroupNumbers(info)) {
     text += fmt::format("{}{}", before, number);
     before = ", ";
   }
@@ -83,7 +103,7 @@ std::string GroupText(const QUERY_INFO& info) {
 
 std::span<const QUERY_CONDITION> ConditionsOf(const QUERY_INFO& info) {
   return {info.conditions,
-          std::min<std::size_t>(info.dwConditionCount, std::size(info.conditions))};
+          std::min(std::size_t{info.dwConditionCount}, std::size(info.conditions))};
 }
 
 // A value's bytes as one line of a terminal.
@@ -102,11 +122,9 @@ Json FieldJson(const BuiltInCatalogue& catalogue, unsigned short id) {
   return json;
 }
 
-template <std::size_t kMost>
-Json FieldsJson(const BuiltInCatalogue& catalogue, const std::uint16_t (&fields)[kMost],
-                std::size_t count) {
+Json FieldsJson(const BuiltInCatalogue& catalogue, const std::vector<std::uint16_t>& fields) {
   Json array = Json::array();
-  for (const std::uint16_t field : Listed(fields, count)) {
+  for (const std::uint16_t field : fields) {
     array.push_back(FieldJson(catalogue, field));
   }
   return array;
@@ -127,7 +145,7 @@ Json ChartJson(const BuiltInCatalogue& catalogue, const QUERY_INFO& info) {
         {"value", float{info.fAnalysisValue}},
         {"parameters", {std::int32_t{info.dwAnalysisParam1}, std::int32_t{info.dwAnalysisParam2}}}};
   }
-  json["snapshot"] = FieldsJson(catalogue, info.wSnapShotFields, info.dwSnapShotCount);
+  json["snapshot"] = FieldsJson(catalogue, SnapshotFields(info));
   return json;
 }
 
@@ -143,7 +161,7 @@ std::string QueryCard(const BuiltInCatalogue& catalogue, const QUERY_INFO& info)
   };
   line("Verb:", std::string(QueryVerbWord(info.bRequestType)));
   line("Source:", std::string(QuerySourceWord(info.eQueryType)));
-  line("What:", FieldsText(catalogue, Listed(info.wWhatFields, info.dwWhatCount)));
+  line("What:", FieldsText(catalogue, WhatFields(info)));
   if (info.bHasChart != 0) {
     line("Chart:", ChartText(catalogue, info));
   }
@@ -177,7 +195,7 @@ std::string QueryCardJson(const BuiltInCatalogue& catalogue, const QUERY_INFO& i
   Json json = {{"accepted", true},
                {"verb", QueryVerbWord(info.bRequestType)},
                {"source", QuerySourceWord(info.eQueryType)},
-               {"what", FieldsJson(catalogue, info.wWhatFields, info.dwWhatCount)}};
+               {"what", FieldsJson(catalogue, WhatFields(info))}};
   if (info.bHasChart != 0) {
     json["chart"] = ChartJson(catalogue, info);
   }
@@ -189,9 +207,7 @@ std::string QueryCardJson(const BuiltInCatalogue& catalogue, const QUERY_INFO& i
   }
   json["where"] = std::move(conditions);
   if (info.dwGroupByID != 0) {
-    const auto size = static_cast<std::size_t>(std::max<std::int16_t>(info.wGroupBySize, 0));
-    json["group"] = {{"id", std::uint32_t{info.dwGroupByID}},
-                     {"transactions", Listed(info.dwGroupByList, size)}};
+    json["group"] = {{"id", std::uint32_t{info.dwGroupByID}}, {"transactions", GroupNumbers(info)}};
   }
   json["class"] = QueryClassName(info.eQueryType);
   if (const auto values = TypedValues(info)) {
