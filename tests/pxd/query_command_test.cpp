@@ -221,6 +221,9 @@ TEST_F(QuoteCommand, BadRowsAreToldWithTheirLine) {
       {"7,float,4,\"1\n\n", "q:1: a quotation mark stands where none may"},
       {"7,string,4,\"a\nb\"\n7,float,4,x\n", "q:3: \"x\" is no value of the type float"},
       {"7,string,4,a\"b\n", "q:1: a quotation mark stands where none may"},
+      {"7,byte,4,1\n\n\"8\"x,byte,4,1\n", "q:3: a quotation mark stands where none may"},
+      {"7,byte,4,1\n\"8,byte,4,1\n9,byte,4,1\n", "q:2: a quotation mark stands where none may"},
+      {"7,byte,4,1\n\"\n\",byte,4,1\n", "q:2: \"?\" is no field"},
   };
   for (const auto& row : kRows) {
     Write("q", row.rows);

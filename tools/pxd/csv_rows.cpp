@@ -23,6 +23,9 @@ class Rows {
 
   bool TakeLine(std::string_view line) {
     ++m_line;
+    if (m_row.line == 0 && line.find_first_not_of("\r\n") != std::string_view::npos) {
+      m_row.line = m_line;  // a row that began earlier may go on within quotes
+    }
     return csv_parse(&m_parser, line.data(), line.size(), &OnField, &OnRow, this) == line.size();
   }
   bool Finish() { return csv_fini(&m_parser, &OnField, &OnRow, this) == 0; }
@@ -40,7 +43,7 @@ class Rows {
     rows.m_rows.push_back(std::move(rows.m_row));
     rows.m_row = {};
   }
-  // A row's first field ends in its first line, unless it is quoted and holds line ends.
+  // Where bare CRs end rows, several of them stand in what counts as one line.
   void StartRow() {
     if (m_row.line == 0) {
       m_row.line = m_line;

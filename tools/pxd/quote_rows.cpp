@@ -5,10 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <optional>
+#include <utility>
 
 #include "csv_rows.h"
 #include "moment.h"
