@@ -31,7 +31,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::string> notes;
     QuoteRowError error;
     if (!ReadQuoteRows(catalogue, text, quote, notes, error)) {
-      const auto lines = static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+      const auto isLineEnd = [](char c) { return c == '\n' || c == '\r'; };
+      const auto lines =
+          static_cast<std::uint64_t>(std::count_if(text.begin(), text.end(), isLineEnd)) + 1;
       Require(error.line >= 1 && error.line <= lines, "an error stands in no line of the text");
       Require(!error.words.empty() && error.words.find('\n') == std::string::npos,
               "an error isn't one line");

@@ -1,14 +1,10 @@
 #include "trades_csv.h"
 
-#include <csv.h>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <exception>
 #include <limits>
-#include <new>
 #include <utility>
 
 #include "moment.h"
@@ -18,8 +14,6 @@ namespace pxd::tool {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kLineEnds = "\r\n";
-constexpr std::string_view kBlanks = " \t\r\n";
 
 std::optional<double> ReadNumber(std::string_view text) {
   if (!text.empty() && text.front() == '+') {
@@ -40,64 +34,27 @@ bool FitsFloat(double value) {
          std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
+std::string FaultText(CsvScanner::Fault fault) {
+  switch (fault) {
+    case CsvScanner::Fault::kTooLong:
+      return fmt::format(
+          "the row is longer than {} bytes; expected a row of a CSV file, with every quotation "
+          "mark closed",
+          TradesCsv::kLongestRow);
+    case CsvScanner::Fault::kOpenMark:
+      return "the file ends inside quotation marks; expected the mark that closes them";
+    case CsvScanner::Fault::kStrayMark:
+    case CsvScanner::Fault::kNone:
+      break;
+  }
+  return "a quotation mark stands where none may; expected it round a whole field, and doubled "
+         "inside it";
+}
+
 }  // namespace
 
-// The C parser. Strict, so that a stray quotation mark is an error and not a part of a number.
-struct TradesCsv::Parser {
-  explicit Parser(TradesCsv& csv) : owner(csv) { Init(); }
-  ~Parser() { csv_free(&state); }
-  Parser(const Parser&) = delete;
-  Parser& operator=(const Parser&) = delete;
-
-  void Init() {
-    if (csv_init(&state, CSV_STRICT | CSV_STRICT_FINI) != 0) {
-      throw std::bad_alloc();
-    }
-  }
-  // Forgets the row that is being read.
-  void Restart() {
-    csv_free(&state);
-    Init();
-  }
-  bool Parse(std::string_view bytes) {
-    return csv_parse(&state, bytes.data(), bytes.size(), &OnField, &OnRow, this) == bytes.size();
-  }
-  bool Finish() { return csv_fini(&state, &OnField, &OnRow, this) == 0; }
-  [[nodiscard]] bool IsOutOfMemory() { return csv_error(&state) == CSV_ENOMEM; }
-
-  // Nothing may be thrown through the C parser. What reading a field throws waits for its end.
-  static void OnField(void* text, std::size_t length, void* self) noexcept {
-    auto* parser = static_cast<Parser*>(self);
-    try {
-      parser->owner.TakeField({static_cast<const char*>(text), length});
-    } catch (...) {
-      parser->thrown = std::current_exception();
-    }
-  }
-  static void OnRow(int, void* self) noexcept {
-    static_cast<Parser*>(self)->owner.m_rowDone = true;
-  }
-  void Rethrow() {
-    if (thrown) {
-      std::rethrow_exception(std::exchange(thrown, nullptr));
-    }
-    if (IsOutOfMemory()) {
-      throw std::bad_alloc();
-    }
-  }
-
-  TradesCsv& owner;
-  csv_parser state{};
-  std::exception_ptr thrown;
-};
-
 TradesCsv::TradesCsv(const TradeOptions& options, TradeSink& sink)
-    : m_options(options),
-      m_sink(sink),
-      m_columns(options.columns),
-      m_parser(std::make_unique<Parser>(*this)) {}
-
-TradesCsv::~TradesCsv() = default;
+    : m_options(options), m_sink(sink), m_columns(options.columns) {}
 
 bool TradesCsv::Feed(std::string_view bytes) {
   // The mark may come in pieces too.
@@ -108,83 +65,31 @@ bool TradesCsv::Feed(std::string_view bytes) {
       continue;
     }
     m_markDecided = true;
-    if (!FeedLine(kByteOrderMark.substr(0, m_markBytes), false)) {
+    if (!TakeBytes(kByteOrderMark.substr(0, m_markBytes))) {
       return false;
     }
   }
-  // Line by line, since the C parser doesn't tell where in the bytes it is.
-  while (!bytes.empty()) {
-    if (std::exchange(m_behindCarriageReturn, false) && bytes.front() == '\n') {
-      if (!FeedLine(bytes.substr(0, 1), true)) {
-        return false;
-      }
-      bytes.remove_prefix(1);
-      continue;
-    }
-    const std::size_t end = bytes.find_first_of(kLineEnds);
-    const bool ended = end != std::string_view::npos;
-    const std::string_view line = ended ? bytes.substr(0, end + 1) : bytes;
-    if (!FeedLine(line, ended)) {
-      return false;
-    }
-    bytes.remove_prefix(line.size());
-    m_line += ended ? 1 : 0;
-    m_behindCarriageReturn = ended && line.back() == '\r';
-  }
-  return true;
+  return TakeBytes(bytes);
 }
 
-// Takes a line or a piece of one; at most one row ends with it.
-bool TradesCsv::FeedLine(std::string_view line, bool ended) {
-  if (m_skippingLine) {
-    m_skippingLine = !ended;
-    return true;
-  }
-  if (m_rowBytes == 0) {
-    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
-    if (line.empty()) {
-      return true;
+bool TradesCsv::TakeBytes(std::string_view bytes) {
+  while (m_csv.Next(bytes)) {
+    if (!TakeRow()) {
+      return false;
     }
-    m_rowLine = m_line;
   }
-  m_rowBytes += line.size();
-  if (m_rowBytes > kLongestRow) {
-    m_parser->Restart();
-    m_skippingLine = !ended;
-    return RowIsBad(
-        fmt::format("the row is longer than {} bytes; expected a row of a CSV file, "
-                    "with every quotation mark closed",
-                    kLongestRow));
-  }
-  const bool parsed = m_parser->Parse(line);
-  m_parser->Rethrow();
-  if (!parsed) {
-    m_parser->Restart();
-    m_skippingLine = !ended;
-    return RowIsBad(
-        "a quotation mark stands where none may; expected it round a whole field, and "
-        "doubled inside it");
-  }
-  return !m_rowDone || RowEnded();
+  return true;
 }
 
 bool TradesCsv::Finish() {
   if (!m_markDecided) {
     m_markDecided = true;
-    if (!FeedLine(kByteOrderMark.substr(0, m_markBytes), false)) {
+    if (!TakeBytes(kByteOrderMark.substr(0, m_markBytes))) {
       return false;
     }
   }
-  if (m_rowBytes != 0) {
-    const bool closed = m_parser->Finish();
-    m_parser->Rethrow();
-    if (!closed) {
-      if (!RowIsBad("the file ends inside quotation marks; expected the mark that closes them")) {
-        return false;
-      }
-    } else if (m_rowDone && !RowEnded()) {
-      return false;
-    }
+  if (m_csv.Finish() && !TakeRow()) {
+    return false;
   }
   if (!m_hasHeader) {
     m_error = "the file is empty; expected a header line with the names of the columns";
@@ -193,93 +98,31 @@ bool TradesCsv::Finish() {
   return true;
 }
 
-void TradesCsv::TakeField(std::string_view text) {
-  const std::size_t column = m_fields++;
+bool TradesCsv::TakeRow() {
+  if (m_csv.RowFault() != CsvScanner::Fault::kNone) {
+    return RowIsBad(FaultText(m_csv.RowFault()));
+  }
   if (!m_hasHeader) {
-    m_columns.AddHeader(Trim(text));
-  } else if (column < m_columns.Count() && m_problem.empty()) {
-    ReadValue(m_columns.RoleOf(column), m_columns.NameOf(column), Trim(text));
+    return TakeHeader();
   }
-}
-
-void TradesCsv::ReadValue(ColumnRole role, const std::string& name, std::string_view text) {
-  const auto expected = [&](std::string_view what) {
-    m_problem = fmt::format("{} in column {}; expected {}", Quoted(text), Quoted(name), what);
-  };
-  switch (role) {
-    case ColumnRole::kIgnored:
-      return;
-    case ColumnRole::kDate:
-      m_date = ReadDate(text);
-      if (!m_date && !(m_stamp = ReadDateTime(text))) {
-        expected("a date such as 2024-03-04");
-      }
-      return;
-    case ColumnRole::kTime:
-      m_time = ReadTime(text);
-      if (!m_time && !(m_stamp = ReadDateTime(text))) {
-        expected("a time such as 09:31:00.123 or 2024-03-04T09:31:00.123Z");
-      }
-      return;
-    case ColumnRole::kPrice:
-    case ColumnRole::kVolume: {
-      const auto number = ReadNumber(text);
-      const bool isPrice = role == ColumnRole::kPrice;
-      if (!number || !FitsFloat(*number)) {
-        expected("a number that a 32-bit float can hold, such as 101.25");
-      } else if (!isPrice && *number < 0.0) {
-        expected("a volume of 0 or more");
-      } else {
-        (isPrice ? m_trade.price : m_trade.volume) = *number;
-      }
-      return;
-    }
+  if (m_csv.Fields().size() != m_columns.Count()) {
+    return RowIsBad(fmt::format("the row has {} columns; expected {}, as the header has",
+                                m_csv.Fields().size(), m_columns.Count()));
   }
-}
-
-bool TradesCsv::CompleteTrade() {
-  if (!m_stamp && m_date && m_time) {
-    m_stamp = CZRDateTime(*m_date, *m_time);
-  }
-  if (!m_stamp) {
-    m_problem = m_date ? "the row has a date but no time; expected both, or a timestamp"
-                       : "the row has a time but no date; expected both, or a timestamp";
-    return false;
-  }
-  const auto when = Shifted(*m_stamp, m_options.shift);
-  if (!when) {
-    m_problem = fmt::format("the date {} is out of range; expected one from {}",
-                            DateText(m_stamp->GetDate()), kCalendarYears);
-    return false;
-  }
-  m_trade.when = *when;
-  m_trade.line = m_rowLine;
-  return true;
-}
-
-bool TradesCsv::RowEnded() {
-  if (!m_hasHeader) {
-    return HeaderEnded();
-  }
-  if (m_fields != m_columns.Count()) {
-    return RowIsBad(fmt::format("the row has {} columns; expected {}, as the header has", m_fields,
-                                m_columns.Count()));
-  }
-  if (!m_problem.empty() || !CompleteTrade()) {
-    return RowIsBad(std::move(m_problem));
+  std::string problem;
+  if (!ReadValues(problem) || !Complete(problem)) {
+    return RowIsBad(std::move(problem));
   }
   m_sink.Take(m_trade);
-  StartRow();
   return true;
 }
 
-bool TradesCsv::HeaderEnded() {
-  if (!m_columns.Resolve(m_error)) {
-    return false;
+bool TradesCsv::TakeHeader() {
+  for (const std::string_view name : m_csv.Fields()) {
+    m_columns.AddHeader(Trim(name));
   }
-  m_hasHeader = true;
-  StartRow();
-  return true;
+  m_hasHeader = m_columns.Resolve(m_error);
+  return m_hasHeader;
 }
 
 bool TradesCsv::RowIsBad(std::string problem) {
@@ -288,22 +131,75 @@ bool TradesCsv::RowIsBad(std::string problem) {
     return false;
   }
   if (m_badRows++ == 0) {
-    m_firstBadLine = m_rowLine;
+    m_firstBadLine = m_csv.Line();
     m_firstBadError = std::move(problem);
   }
-  StartRow();
   return true;
 }
 
-void TradesCsv::StartRow() {
-  m_rowBytes = 0;
-  m_fields = 0;
-  m_rowDone = false;
+// Reads each column that has a role, up to the first whose value is none.
+bool TradesCsv::ReadValues(std::string& problem) {
   m_date.reset();
   m_time.reset();
   m_stamp.reset();
   m_trade = Trade();
-  m_problem.clear();
+  std::size_t column = 0;
+  for (const std::string_view field : m_csv.Fields()) {
+    const ColumnRole role = m_columns.RoleOf(column);
+    const std::string_view expected =
+        role == ColumnRole::kIgnored ? std::string_view() : ReadValue(role, Trim(field));
+    if (!expected.empty()) {
+      problem = fmt::format("{} in column {}; expected {}", Quoted(Trim(field)),
+                            Quoted(m_columns.NameOf(column)), expected);
+      return false;
+    }
+    ++column;
+  }
+  return true;
+}
+
+// Nothing, or what was expected.
+std::string_view TradesCsv::ReadValue(ColumnRole role, std::string_view text) {
+  if (role == ColumnRole::kDate) {
+    m_date = ReadDate(text);
+    return m_date || (m_stamp = ReadDateTime(text)) ? "" : "a date such as 2024-03-04";
+  }
+  if (role == ColumnRole::kTime) {
+    m_time = ReadTime(text);
+    return m_time || (m_stamp = ReadDateTime(text))
+               ? ""
+               : "a time such as 09:31:00.123 or 2024-03-04T09:31:00.123Z";
+  }
+  const auto number = ReadNumber(text);
+  if (!number || !FitsFloat(*number)) {
+    return "a number that a 32-bit float can hold, such as 101.25";
+  }
+  if (role == ColumnRole::kVolume && *number < 0.0) {
+    return "a volume of 0 or more";
+  }
+  (role == ColumnRole::kPrice ? m_trade.price : m_trade.volume) = *number;
+  return {};
+}
+
+// Puts the moment together from its parts.
+bool TradesCsv::Complete(std::string& problem) {
+  if (!m_stamp && m_date && m_time) {
+    m_stamp = CZRDateTime(*m_date, *m_time);
+  }
+  if (!m_stamp) {
+    problem = m_date ? "the row has a date but no time; expected both, or a timestamp"
+                     : "the row has a time but no date; expected both, or a timestamp";
+    return false;
+  }
+  const auto when = Shifted(*m_stamp, m_options.shift);
+  if (!when) {
+    problem = fmt::format("the date {} is out of range; expected one from {}",
+                          DateText(m_stamp->GetDate()), kCalendarYears);
+    return false;
+  }
+  m_trade.when = *when;
+  m_trade.line = m_csv.Line();
+  return true;
 }
 
 }  // namespace pxd::tool

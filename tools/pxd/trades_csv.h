@@ -16,13 +16,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include <pxdutil/sessions/date_time.h>
 
+#include "csv_scanner.h"
 #include "trade_columns.h"
 
 namespace pxd::tool {
@@ -54,9 +54,6 @@ class TradesCsv {
 
   // `sink` must outlive the parser.
   TradesCsv(const TradeOptions& options, TradeSink& sink);
-  ~TradesCsv();
-  TradesCsv(const TradesCsv&) = delete;
-  TradesCsv& operator=(const TradesCsv&) = delete;
 
   // False at the first bad row, or a bad header: then nothing more may be fed.
   bool Feed(std::string_view bytes);
@@ -65,7 +62,7 @@ class TradesCsv {
 
   // Behind a false result: what is wrong and what was expected, and the line where the row starts.
   [[nodiscard]] const std::string& Error() const { return m_error; }
-  [[nodiscard]] std::uint64_t ErrorLine() const { return m_rowLine; }
+  [[nodiscard]] std::uint64_t ErrorLine() const { return m_csv.Line(); }
 
   [[nodiscard]] std::uint64_t BadRows() const { return m_badRows; }
   // The first bad row that was passed over: its line and what was wrong with it.
@@ -73,41 +70,29 @@ class TradesCsv {
   [[nodiscard]] const std::string& FirstBadError() const { return m_firstBadError; }
 
  private:
-  struct Parser;
-
-  bool FeedLine(std::string_view line, bool ended);
-  bool RowEnded();
-  bool HeaderEnded();
+  bool TakeBytes(std::string_view bytes);
+  bool TakeRow();
+  bool TakeHeader();
   bool RowIsBad(std::string problem);
-  void TakeField(std::string_view text);
-  void ReadValue(ColumnRole role, const std::string& name, std::string_view text);
-  bool CompleteTrade();
-  void StartRow();
+  bool ReadValues(std::string& problem);
+  std::string_view ReadValue(ColumnRole role, std::string_view text);
+  bool Complete(std::string& problem);
 
   TradeOptions m_options;
   TradeSink& m_sink;
   TradeColumns m_columns;
-  std::unique_ptr<Parser> m_parser;
+  CsvScanner m_csv{kLongestRow};
 
   bool m_hasHeader = false;
   // What of a byte order mark has come so far; the whole of it once it is decided.
   std::size_t m_markBytes = 0;
   bool m_markDecided = false;
 
-  std::uint64_t m_line = 1;
-  bool m_behindCarriageReturn = false;
-  bool m_skippingLine = false;
-
   // The row that is being read.
-  std::uint64_t m_rowLine = 1;
-  std::size_t m_rowBytes = 0;
-  std::size_t m_fields = 0;
-  bool m_rowDone = false;
   std::optional<CZRDate> m_date;
   std::optional<CZRTime> m_time;
   std::optional<CZRDateTime> m_stamp;
   Trade m_trade;
-  std::string m_problem;
 
   std::string m_error;
   std::uint64_t m_badRows = 0;
