@@ -2,6 +2,7 @@
 #ifndef PXDUTIL_VERSION_H
 #define PXDUTIL_VERSION_H
 
+// The three numbers, and all of them as text.
 #define PXDUTIL_VERSION_MAJOR 0
 #define PXDUTIL_VERSION_MINOR 1
 #define PXDUTIL_VERSION_PATCH 0

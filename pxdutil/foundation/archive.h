@@ -30,6 +30,7 @@ class CFile;
 
 class PXDUTIL_API CArchive {
  public:
+  // Which way an archive goes.
   enum Mode : unsigned int { store = 0, load = 1 };
 
   // An archive over `file`, which must be open and stays the caller's.
@@ -39,10 +40,14 @@ class PXDUTIL_API CArchive {
   // Closes the archive. A failure can't be told from here and is dropped, so Close() first.
   ~CArchive();
 
+  // Which of the two it is; neither once it is closed.
   [[nodiscard]] bool IsStoring() const noexcept { return m_mode == store; }
   [[nodiscard]] bool IsLoading() const noexcept { return m_mode == load; }
+
+  // The file under the archive, the caller's; null once the archive is closed.
   [[nodiscard]] CFile* GetFile() const noexcept { return m_file; }
 
+  // The value in its own width: 1 byte for the 8-bit kinds, 2 for the 16-bit, 4 for all others.
   CArchive& operator<<(char value) { return Put(value); }
   CArchive& operator<<(std::int8_t value) { return Put(value); }
   CArchive& operator<<(std::uint8_t value) { return Put(value); }
@@ -54,7 +59,7 @@ class PXDUTIL_API CArchive {
   // The length as a prefix of 1, 3 or 7 bytes, then the characters; no terminator.
   CArchive& operator<<(const CString& text);
 
-  // A load that fails leaves its target as it was.
+  // The value in its own width, as above. A load that fails leaves its target as it was.
   CArchive& operator>>(char& value) { return Get(value); }
   CArchive& operator>>(std::int8_t& value) { return Get(value); }
   CArchive& operator>>(std::uint8_t& value) { return Get(value); }
@@ -72,7 +77,8 @@ class PXDUTIL_API CArchive {
   // Up to `count` bytes; returns how many there were, fewer only at the end of the file.
   unsigned int Read(void* bytes, unsigned int count);
 
-  // A count below 0xFFFF takes 2 bytes, a larger one FF FF and 4 bytes.
+  // A number of things to come: below 0xFFFF it takes 2 bytes, else FF FF and 4 bytes. A count that
+  // was read is only a claim; make room as the things arrive.
   void WriteCount(std::uint32_t count);
   [[nodiscard]] std::uint32_t ReadCount();
 

@@ -11,6 +11,7 @@
 #include <pxdutil/foundation/object.h>
 #include <pxdutil/foundation/text.h>
 
+// The base of all exceptions.
 class PXDUTIL_API CException : public CObject {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CException);
 
@@ -30,21 +31,23 @@ class PXDUTIL_API CArchiveException : public CException {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CArchiveException);
 
  public:
+  // What went wrong.
   enum Cause : int {
-    none = 0,
-    genericException = 1,
-    readOnly = 2,   // something was to be stored into an archive that loads
-    endOfFile = 3,  // the bytes ran out before the value was complete
-    writeOnly = 4,  // something was to be loaded from an archive that stores
+    none = 0,              // nothing yet
+    genericException = 1,  // none of the others
+    readOnly = 2,          // something was to be stored into an archive that loads
+    endOfFile = 3,         // the bytes ran out before the value was complete
+    writeOnly = 4,         // something was to be loaded from an archive that stores
   };
 
+  // `cause` is a Cause, `fileName` the path of the file under the archive, empty where it has none.
   explicit CArchiveException(int cause = none, const CString& fileName = CString())
       : m_cause(cause), m_strFileName(fileName) {}
   int GetErrorMessage(char* buffer, unsigned int bufferSize,
                       unsigned int* helpContext = nullptr) const override;
 
-  int m_cause;
-  CString m_strFileName;
+  int m_cause;            // a Cause
+  CString m_strFileName;  // the path of the file, empty where it has none
 };
 
 // A failure of a file.
@@ -52,21 +55,23 @@ class PXDUTIL_API CFileException : public CException {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CFileException);
 
  public:
+  // What went wrong. The gaps are numbers of causes that can't arise here.
   enum Cause : int {
-    none = 0,
-    genericException = 1,
-    fileNotFound = 2,
-    badPath = 3,
-    tooManyOpenFiles = 4,
-    accessDenied = 5,
-    invalidFile = 6,
-    badSeek = 9,
-    hardIO = 10,
-    sharingViolation = 11,
-    diskFull = 13,
-    endOfFile = 14,
+    none = 0,               // nothing yet
+    genericException = 1,   // none of the others
+    fileNotFound = 2,       // there is no such file, or no such folder
+    badPath = 3,            // what the path leads through is no folder; a file in memory has none
+    tooManyOpenFiles = 4,   // the process or the system has too many files open
+    accessDenied = 5,       // the system forbids it, or the path names a folder
+    invalidFile = 6,        // no file is open
+    badSeek = 9,            // no such place: before the start of the file, or in what has no places
+    hardIO = 10,            // the device failed
+    sharingViolation = 11,  // somebody else holds the file
+    diskFull = 13,          // there is no room for what was written
+    endOfFile = 14,         // the file ended too early
   };
 
+  // `cause` is a Cause, `fileName` the path of the file, empty where it has none.
   explicit CFileException(int cause = none, const CString& fileName = CString())
       : m_cause(cause), m_strFileName(fileName) {}
   int GetErrorMessage(char* buffer, unsigned int bufferSize,
@@ -75,8 +80,8 @@ class PXDUTIL_API CFileException : public CException {
   // The cause that an errno value of the C library stands for.
   [[nodiscard]] static int CauseOfErrno(int error) noexcept;
 
-  int m_cause;
-  CString m_strFileName;
+  int m_cause;            // a Cause
+  CString m_strFileName;  // the path of the file, empty where it has none
 };
 
 // A column operation on a data point was given a column that the point hasn't.
@@ -86,11 +91,13 @@ class PXDUTIL_API CDPDataPtException : public CException {
  public:
   // Which words GetErrorMessage puts round the message.
   enum CDPDataPtExceptionError : std::int32_t {
-    DPErrorGeneral = 0,
-    DPErrorPlain = 1,
+    DPErrorGeneral = 0,  // CDataPoinException : Mesg="..." and a line end
+    DPErrorPlain = 1,    // the message and a line end
   };
 
+  // The general error with the message "Error".
   CDPDataPtException() : CDPDataPtException(DPErrorGeneral, "Error") {}
+  // Keeps both as they are.
   CDPDataPtException(CDPDataPtExceptionError error, CString message)
       : m_strMessage(std::move(message)), m_Error(error) {}
 
@@ -98,8 +105,8 @@ class PXDUTIL_API CDPDataPtException : public CException {
   int GetErrorMessage(char* buffer, unsigned int bufferSize,
                       unsigned int* helpContext = nullptr) const override;
 
-  CString m_strMessage;
-  CDPDataPtExceptionError m_Error;
+  CString m_strMessage;             // the message without the words round it
+  CDPDataPtExceptionError m_Error;  // which words those are
 };
 
 // The same names without their class, which is how hosts know them.

@@ -14,15 +14,18 @@ class CArchive;
 // The id of a field of the catalogue; 0xFFFF is unset.
 class PXDUTIL_API CField {
  public:
+  // The id of no field.
   static constexpr unsigned short kUnset = 0xFFFF;
 
   CField() = default;
+  // Takes any id; whether the catalogue knows it is not asked.
   CField(unsigned short id) : m_id(id) {}
 
-  // 1 or 0.
+  // Whether the ids are equal, or differ: 1 or 0.
   int operator==(const CField& other) const { return m_id == other.m_id ? 1 : 0; }
   int operator!=(const CField& other) const { return m_id != other.m_id ? 1 : 0; }
 
+  // The id, kUnset where there is none.
   [[nodiscard]] unsigned short GetFieldVal() const { return m_id; }
   void SetFieldVal(unsigned short id) { m_id = id; }
 
@@ -38,18 +41,19 @@ class PXDUTIL_API CDPValueInfo {
  public:
   // Which member of a CDPValue is live.
   enum DataType : int {
-    ValueFloat = 0,
-    ValueLong = 1,
-    ValueDouble = 2,
+    ValueFloat = 0,   // GetFloat and SetFloat
+    ValueLong = 1,    // GetLong and SetLong
+    ValueDouble = 2,  // GetDouble and SetDouble
   };
 
+  // The catalogue's id of the field, 0 in a fresh object.
   [[nodiscard]] unsigned short GetFieldID() const { return m_FieldID; }
   void SetFieldID(unsigned short id) { m_FieldID = id; }
   // A code of CZRGSFieldInfo::GetFieldType: 0 a price, 1 a volume, 2 no history, 3 a record, 4 a
   // count.
   [[nodiscard]] unsigned char GetFieldType() const { return m_FieldType; }
   void SetFieldType(unsigned char type) { m_FieldType = type; }
-  // In bytes; 0 for a record field.
+  // The width of a value in bytes; 0 for a record field.
   [[nodiscard]] unsigned int GetDataSize() const { return m_DataSize; }
   void SetDataSize(unsigned int size) { m_DataSize = size; }
 
@@ -68,11 +72,13 @@ class PXDUTIL_API CDPValueInfo {
 // wasn't written gives that member's view of the bytes.
 class PXDUTIL_API CDPValue {
  public:
+  // 0.0 as a double, or the value given, as its own kind.
   CDPValue() { SetDouble(0.0); }
   CDPValue(double value) { SetDouble(value); }
   CDPValue(float value) { SetFloat(value); }
   CDPValue(long value) { SetLong(value); }
 
+  // Each reads its own member. A long is sign-extended from 32 bits where it is wider.
   [[nodiscard]] float GetFloat() const;
   [[nodiscard]] double GetDouble() const;
   [[nodiscard]] long GetLong() const;

@@ -22,15 +22,16 @@ class PXDUTIL_API CFile : public CObject {
  public:
   // How a file is opened; combined with |.
   enum OpenFlags : unsigned int {
-    modeRead = 0x0000,
-    modeWrite = 0x0001,
-    modeReadWrite = 0x0002,
+    modeRead = 0x0000,        // for reading; without modeCreate the file must exist, here and below
+    modeWrite = 0x0001,       // for writing, from the start of the file over what is there
+    modeReadWrite = 0x0002,   // for both
     shareDenyWrite = 0x0020,  // accepted; enforced only where the system locks files by itself
     modeCreate = 0x1000,      // made anew, or emptied where it exists
-    typeText = 0x4000,
-    typeBinary = 0x8000,
+    typeText = 0x4000,        // CStdioFile turns line ends into LF and back; also without either
+    typeBinary = 0x8000,      // CStdioFile leaves line ends as they stand
   };
 
+  // What an offset of Seek counts from: the file's start, the present place, the file's end.
   enum SeekPosition : unsigned int { begin = 0, current = 1, end = 2 };
 
   CFile() = default;
@@ -51,8 +52,10 @@ class PXDUTIL_API CFile : public CObject {
   virtual void Write(const void* buffer, unsigned int count);
   // Moves the place of the next byte and returns it, counted from the file's start.
   virtual std::uint64_t Seek(std::int64_t offset, unsigned int from);
+  // Seek to either end; SeekToEnd gives the file's length.
   void SeekToBegin() { Seek(0, begin); }
   std::uint64_t SeekToEnd() { return Seek(0, end); }
+  // The place of the next byte, counted from the file's start.
   [[nodiscard]] virtual std::uint64_t GetPosition() const;
   // The length in bytes.
   [[nodiscard]] virtual std::uint64_t GetLength() const;
@@ -65,11 +68,13 @@ class PXDUTIL_API CFile : public CObject {
   [[nodiscard]] const CString& GetFilePath() const noexcept { return m_strFileName; }
 
  protected:
+  // Throw a CFileException* with this file's path: of a cause, or of an errno value.
   [[noreturn]] void Throw(int cause) const;
   [[noreturn]] void ThrowErrno(int error) const;
   // The stream, or an exception where no file is open.
   [[nodiscard]] std::FILE* Stream() const;
 
+  // The path, which exceptions carry; a derived class sets it where it opens.
   CString m_strFileName;
 
  private:
@@ -117,6 +122,7 @@ class PXDUTIL_API CStdioFile : public CFile {
 
  public:
   CStdioFile() = default;
+  // Opens the file, or throws a CFileException*.
   CStdioFile(const char* path, unsigned int flags);
 
   int Open(const char* path, unsigned int flags, CFileException* error = nullptr) override;

@@ -13,7 +13,9 @@
 class CTime {
  public:
   CTime() = default;
+  // Any number of seconds, before 1970 too.
   explicit CTime(std::int64_t seconds) : m_seconds(seconds) {}
+  // The seconds since 1 January 1970, UTC.
   [[nodiscard]] std::int64_t GetTime() const noexcept { return m_seconds; }
   friend auto operator<=>(const CTime&, const CTime&) = default;
 
@@ -44,6 +46,7 @@ class PXDUTIL_API CComboBox {
   // The selected index, -1 for none. An index that isn't there selects nothing and answers -1.
   [[nodiscard]] virtual int GetCurSel() const;
   virtual int SetCurSel(int index);
+  // The number of items.
   [[nodiscard]] virtual int GetCount() const;
   // The item's text; an index that isn't there leaves `text` alone and answers kError, else the
   // text's length.

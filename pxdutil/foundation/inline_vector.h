@@ -11,6 +11,7 @@
 
 namespace pxd {
 
+// T is trivially copyable, and N at least 1.
 template <class T, std::size_t N>
 class InlineVector {
   static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
@@ -22,10 +23,13 @@ class InlineVector {
   InlineVector& operator=(const InlineVector&) = delete;
   ~InlineVector() = default;
 
+  // How many elements there are, and whether there are none.
   [[nodiscard]] std::size_t size() const noexcept { return m_size; }
   [[nodiscard]] bool empty() const noexcept { return m_size == 0; }
+  // Element `index`, which must be below size().
   T& operator[](std::size_t index) noexcept { return data()[index]; }
   const T& operator[](std::size_t index) const noexcept { return data()[index]; }
+  // The elements in order; reserve and push_back may move them.
   [[nodiscard]] T* begin() noexcept { return data(); }
   [[nodiscard]] T* end() noexcept { return data() + m_size; }
   [[nodiscard]] const T* begin() const noexcept { return data(); }
@@ -38,6 +42,7 @@ class InlineVector {
       Grow(count);
     }
   }
+  // Appends the element; throws as reserve.
   void push_back(T value) {
     reserve(m_size + 1);
     data()[m_size++] = value;

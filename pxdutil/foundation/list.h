@@ -65,6 +65,7 @@ class CList : public CObject {
   };
 
  public:
+  // Bidirectional iterators over the elements, valid until their own element is removed.
   using iterator = ValueIterator<typename Nodes::iterator, T>;
   using const_iterator = ValueIterator<typename Nodes::const_iterator, const T>;
 
@@ -79,23 +80,30 @@ class CList : public CObject {
     return *this;
   }
 
+  // The number of elements.
   [[nodiscard]] std::ptrdiff_t GetCount() const noexcept {
     return static_cast<std::ptrdiff_t>(m_nodes.size());
   }
   [[nodiscard]] std::ptrdiff_t GetSize() const noexcept { return GetCount(); }
+  // Whether there are none.
   [[nodiscard]] bool IsEmpty() const noexcept { return m_nodes.empty(); }
 
+  // The first and the last element. The list must not be empty.
   [[nodiscard]] T& GetHead() { return m_nodes.front().value; }
   [[nodiscard]] const T& GetHead() const { return m_nodes.front().value; }
   [[nodiscard]] T& GetTail() { return m_nodes.back().value; }
   [[nodiscard]] const T& GetTail() const { return m_nodes.back().value; }
 
+  // Adds a copy of the element in front or behind, and returns its place.
   POSITION AddHead(ARG value) { return Insert(m_nodes.begin(), value); }
   POSITION AddTail(ARG value) { return Insert(m_nodes.end(), value); }
+  // Takes the first or the last element out and returns it. The list must not be empty.
   T RemoveHead() { return Take(m_nodes.begin()); }
   T RemoveTail() { return Take(std::prev(m_nodes.end())); }
+  // Empties the list.
   void RemoveAll() noexcept { m_nodes.clear(); }
 
+  // The place of the first and of the last element, null in an empty list.
   [[nodiscard]] POSITION GetHeadPosition() const {
     return m_nodes.empty() ? nullptr : PlaceOf(m_nodes.front());
   }
@@ -108,11 +116,13 @@ class CList : public CObject {
   T& GetPrev(POSITION& at) { return StepBack(at).value; }
   const T& GetPrev(POSITION& at) const { return StepBack(at).value; }
 
+  // The element at a place, another in its stead, and away with it.
   [[nodiscard]] T& GetAt(POSITION at) { return NodeAt(at).value; }
   [[nodiscard]] const T& GetAt(POSITION at) const { return NodeAt(at).value; }
   void SetAt(POSITION at, ARG value) { NodeAt(at).value = value; }
   void RemoveAt(POSITION at) { m_nodes.erase(NodeAt(at).self); }
-  // A null place inserts at the head (before) or the tail (after).
+  // Adds a copy of the element before or behind that at `at`, and returns its place. A null `at`
+  // inserts at the head (before) or the tail (after).
   POSITION InsertBefore(POSITION at, ARG value) {
     return Insert(at != nullptr ? NodeAt(at).self : m_nodes.begin(), value);
   }
@@ -132,6 +142,7 @@ class CList : public CObject {
     return index >= 0 && index < GetCount() ? PlaceOf(*std::next(m_nodes.begin(), index)) : nullptr;
   }
 
+  // The elements in order.
   [[nodiscard]] iterator begin() { return iterator(m_nodes.begin()); }
   [[nodiscard]] iterator end() { return iterator(m_nodes.end()); }
   [[nodiscard]] const_iterator begin() const { return const_iterator(m_nodes.begin()); }
@@ -179,16 +190,20 @@ class CList : public CObject {
 template <class T>
 class CZRListEx : public CList<T, const T&> {
  public:
+  // The block size changes nothing, as in a CList.
   explicit CZRListEx(std::ptrdiff_t blockSize = 10) : CList<T, const T&>(blockSize) {}
 
+  // By == of the elements, whatever type that has.
   friend bool operator==(const CZRListEx& a, const CZRListEx& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](const T& x, const T& y) { return static_cast<bool>(x == y); });
   }
 };
 
+// A list of texts.
 class PXDUTIL_API CStringList : public CList<CString, const CString&> {
  public:
+  // The block size changes nothing, as in a CList.
   explicit CStringList(std::ptrdiff_t blockSize = 10) : CList<CString, const CString&>(blockSize) {}
 };
 
@@ -196,6 +211,8 @@ class PXDUTIL_API CStringList : public CList<CString, const CString&> {
 template <class T, class ARG = const T&>
 class CArray : public CObject {
  public:
+  // The number of elements, the index of the last (-1 in an empty array), and whether there are
+  // none.
   [[nodiscard]] std::ptrdiff_t GetSize() const noexcept {
     return static_cast<std::ptrdiff_t>(m_items.size());
   }
@@ -207,13 +224,16 @@ class CArray : public CObject {
     static_cast<void>(growBy);
     m_items.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
   }
+  // Empties the array.
   void RemoveAll() noexcept { m_items.clear(); }
 
+  // Element `index`, which must be in range.
   [[nodiscard]] T& GetAt(std::ptrdiff_t index) { return m_items[Place(index)]; }
   [[nodiscard]] const T& GetAt(std::ptrdiff_t index) const { return m_items[Place(index)]; }
   [[nodiscard]] T& ElementAt(std::ptrdiff_t index) { return GetAt(index); }
   T& operator[](std::ptrdiff_t index) { return GetAt(index); }
   const T& operator[](std::ptrdiff_t index) const { return GetAt(index); }
+  // Replaces element `index`; beyond the end SetAtGrow fills up to it with default elements.
   void SetAt(std::ptrdiff_t index, ARG value) { GetAt(index) = value; }
   void SetAtGrow(std::ptrdiff_t index, ARG value) {
     if (index < GetSize()) {
@@ -229,11 +249,15 @@ class CArray : public CObject {
     m_items.push_back(value);
     return GetUpperBound();
   }
+  // Inserts before element `index`, 0 up to the size. Removes `count` elements from `index` on,
+  // which must be there.
   void InsertAt(std::ptrdiff_t index, ARG value) { m_items.insert(m_items.begin() + index, value); }
   void RemoveAt(std::ptrdiff_t index, std::ptrdiff_t count = 1) {
     m_items.erase(m_items.begin() + index, m_items.begin() + index + count);
   }
+  // Replaces the elements by those of `other`.
   void Copy(const CArray& other) { m_items = other.m_items; }
+  // Appends the elements of `other`, which may be this array, and returns the index of the first.
   std::ptrdiff_t Append(const CArray& other) {
     const std::ptrdiff_t first = GetSize();
     const std::ptrdiff_t count = other.GetSize();  // taken first: `other` may be this array
@@ -242,9 +266,11 @@ class CArray : public CObject {
     }
     return first;
   }
+  // The elements side by side, valid until the array grows; null or not in an empty array.
   [[nodiscard]] T* GetData() noexcept { return m_items.data(); }
   [[nodiscard]] const T* GetData() const noexcept { return m_items.data(); }
 
+  // The elements in order.
   [[nodiscard]] auto begin() noexcept { return m_items.begin(); }
   [[nodiscard]] auto end() noexcept { return m_items.end(); }
   [[nodiscard]] auto begin() const noexcept { return m_items.begin(); }
@@ -256,6 +282,7 @@ class CArray : public CObject {
   std::vector<T> m_items;
 };
 
+// An array of texts.
 class PXDUTIL_API CStringArray : public CArray<CString, const CString&> {};
 
 #endif

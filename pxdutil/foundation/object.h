@@ -79,9 +79,11 @@ inline constexpr unsigned int kNoSchema = 0xFFFF;
 // The root of all classes with run-time records.
 class PXDUTIL_API CObject {
  public:
+  // The root's record, and the same by its address.
   static const CRuntimeClass classCObject;
   static const CRuntimeClass* GetThisClass() noexcept { return &classCObject; }
 
+  // The record of the object's exact class.
   virtual const CRuntimeClass* GetRuntimeClass() const;
   virtual ~CObject();
   // Stores the object into a storing archive or fills it from a loading one. The root does nothing.

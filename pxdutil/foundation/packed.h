@@ -32,6 +32,7 @@ inline void StoreAs(void* address, const T& value) noexcept {
   return LoadAs<float>(static_cast<const unsigned char*>(run) + index * sizeof(float));
 }
 
+// Puts `value` in place of element `index` of a run of floats that begins at `run`.
 inline void StoreFloat(void* run, std::size_t index, float value) noexcept {
   StoreAs(static_cast<unsigned char*>(run) + index * sizeof(float), value);
 }

@@ -9,6 +9,7 @@
 
 namespace pxd {
 
+// Not recursive: a thread that takes it twice waits for itself.
 class SpinMutex {
  public:
   // How often a taken lock is looked at before the thread blocks.
@@ -18,11 +19,13 @@ class SpinMutex {
   SpinMutex(const SpinMutex&) = delete;
   SpinMutex& operator=(const SpinMutex&) = delete;
 
+  // Takes the lock, waiting as long as another thread holds it.
   void lock() noexcept {
     if (!TryTake()) {
       LockContended();
     }
   }
+  // Gives back the lock, which this thread must hold.
   void unlock() noexcept {
     if (m_state.exchange(kFree, std::memory_order_release) == kAwaited) {
       m_state.notify_one();

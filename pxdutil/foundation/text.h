@@ -15,6 +15,8 @@
 
 #include <pxdutil/foundation/export.h>
 
+// Has the compiler check the arguments of a function with the format of printf. Places count from
+// 1; a member function has its object at 1.
 #if defined(__GNUC__)
 #define PXDUTIL_PRINTF(format_index, first_arg) \
   __attribute__((format(printf, format_index, first_arg)))
@@ -32,19 +34,23 @@ class PXDUTIL_API CString {
   CString(const char* text, int length)
       : m_text(text != nullptr && length > 0 ? std::string(text, static_cast<std::size_t>(length))
                                              : std::string()) {}
+  // Takes over the characters.
   CString(std::string text) : m_text(std::move(text)) {}
 
+  // A null pointer gives the empty text.
   CString& operator=(const char* text) {
     m_text = text != nullptr ? text : "";
     return *this;
   }
 
+  // The characters, valid as long as this text isn't changed; those of the pointers end in a NUL.
   operator const char*() const noexcept { return m_text.c_str(); }
   operator std::string_view() const noexcept { return m_text; }
   [[nodiscard]] const char* GetString() const noexcept { return m_text.c_str(); }
   // The characters as a standard string, valid as long as this text isn't changed.
   [[nodiscard]] const std::string& Str() const noexcept { return m_text; }
 
+  // The number of characters; whether there are none; and away with all of them.
   [[nodiscard]] int GetLength() const noexcept { return static_cast<int>(m_text.size()); }
   [[nodiscard]] bool IsEmpty() const noexcept { return m_text.empty(); }
   void Empty() noexcept { m_text.clear(); }
@@ -79,6 +85,7 @@ class PXDUTIL_API CString {
   void Format(const char* format, ...) PXDUTIL_PRINTF(2, 3);
   void AppendFormat(const char* format, ...) PXDUTIL_PRINTF(2, 3);
 
+  // Appends the text or the character; a null pointer appends nothing.
   CString& operator+=(const CString& tail) {
     m_text += tail.m_text;
     return *this;
@@ -94,14 +101,18 @@ class PXDUTIL_API CString {
     return *this;
   }
 
+  // The characters in order.
   [[nodiscard]] auto begin() const noexcept { return m_text.begin(); }
   [[nodiscard]] auto end() const noexcept { return m_text.end(); }
 
+  // The one text behind the other; a null pointer counts as empty.
   friend CString operator+(CString head, const CString& tail) { return head += tail; }
   friend CString operator+(CString head, const char* tail) { return head += tail; }
   friend CString operator+(const char* head, const CString& tail) { return CString(head) += tail; }
   friend CString operator+(CString head, char tail) { return head += tail; }
 
+  // As Compare: character by character, a NUL inside a CString included. A null pointer counts as
+  // the empty text.
   friend bool operator==(const CString& a, const CString& b) noexcept {
     return a.m_text == b.m_text;
   }
