@@ -21,6 +21,7 @@
 
 namespace pxd {
 
+// The lengths of a minute, an hour and a day.
 inline constexpr std::uint32_t kSecondsPerMinute = 60;
 inline constexpr std::uint32_t kSecondsPerHour = 3600;
 inline constexpr std::uint32_t kSecondsPerDay = 86400;
@@ -31,14 +32,17 @@ inline constexpr std::uint32_t kSecondsPerDay = 86400;
 class PXDUTIL_API CZRDate {
  public:
   constexpr CZRDate() = default;
+  // Takes the day number as it is; 0xFFFF is null.
   constexpr CZRDate(unsigned short julian) : m_julian(julian) {}
   // Month 1 to 12, day of the month, four-digit year. What names no day in range makes the null
   // date.
   CZRDate(unsigned month, unsigned day, unsigned year) { SetDate(month, day, year); }
 
+  // The day number, and that of the null date.
   [[nodiscard]] constexpr unsigned short GetJulianDate() const { return m_julian; }
   [[nodiscard]] static constexpr unsigned short GetNullJulianDate() { return 0xFFFF; }
 
+  // Takes the day number as it is.
   constexpr void SetDate(unsigned short julian) { m_julian = julian; }
   // As the constructor.
   void SetDate(unsigned month, unsigned day, unsigned year);
@@ -75,6 +79,7 @@ class PXDUTIL_API CZRTime {
                       ? hour * pxd::kSecondsPerHour + minute * pxd::kSecondsPerMinute + second
                       : GetNullTime()) {}
 
+  // The seconds since midnight, and the number of the null time.
   [[nodiscard]] constexpr unsigned GetTime() const { return m_seconds; }
   [[nodiscard]] static constexpr unsigned GetNullTime() { return 0xFFFFFFFF; }
 
@@ -114,6 +119,7 @@ class PXDUTIL_API CZRDateTimeSpan {
       : m_days(static_cast<std::uint16_t>(days + seconds / pxd::kSecondsPerDay)),
         m_seconds(static_cast<std::uint32_t>(seconds % pxd::kSecondsPerDay)) {}
 
+  // The whole days, 0 to 65535.
   [[nodiscard]] constexpr unsigned short GetNumDays() const { return m_days; }
   // The part below one day, 0 to 86399.
   [[nodiscard]] constexpr unsigned long GetNumSeconds() const { return m_seconds; }
@@ -123,6 +129,8 @@ class PXDUTIL_API CZRDateTimeSpan {
     return static_cast<double>(m_days) * pxd::kSecondsPerDay + m_seconds;
   }
 
+  // Multiplies the whole length, carrying between seconds and days. A negative factor wraps the
+  // days and leaves the seconds at 0 to 86399.
   constexpr CZRDateTimeSpan& operator*=(int factor) {
     std::int64_t seconds = std::int64_t{m_seconds} * factor;
     std::int64_t days = seconds / pxd::kSecondsPerDay;
@@ -148,19 +156,23 @@ class PXDUTIL_API CZRDateTimeSpan {
 // A day and a time of that day.
 class PXDUTIL_API CZRDateTime {
  public:
+  // Values that stand for a date-time.
   enum CDateTimeLimit : int {
     LimitNull = 2,  // the null date with the null time
   };
 
   constexpr CZRDateTime() = default;
+  // Takes both halves as they are.
   constexpr CZRDateTime(const CZRDate& date, const CZRTime& time)
       : m_julian(date.GetJulianDate()), m_seconds(time.GetTime()) {}
   // The only limit is the null date-time.
   constexpr CZRDateTime(CDateTimeLimit) {}
 
+  // The halves.
   [[nodiscard]] constexpr CZRDate GetDate() const { return CZRDate(m_julian); }
   [[nodiscard]] constexpr CZRTime GetTime() const { return CZRTime(m_seconds); }
 
+  // Takes both halves as they are, or makes both null.
   constexpr void SetDateTime(const CZRDate& date, const CZRTime& time) {
     *this = CZRDateTime(date, time);
   }

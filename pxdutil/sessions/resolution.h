@@ -24,8 +24,8 @@ class CZRGSSession;
 
 // A unit code (see CResoln) and how many of the unit.
 struct ZRGS_RESOLUTION {
-  std::uint16_t wUnit;
-  std::uint16_t wQuantity;
+  std::uint16_t wUnit;      // a unit code, 1 to 8
+  std::uint16_t wQuantity;  // how many of the unit, at least 1
 };
 
 #pragma pack(pop)
@@ -37,13 +37,13 @@ class PXDUTIL_API CResoln {
   // The kind of a unit. The unit codes are 1 Tick, 2 Second, 3 Minute, 4 Day, 5 Week, 6 Month and
   // 7 Year; code 8 has no name and, as any other code, the type of a tick.
   enum ResolnUnitTypeEnum : int {
-    ResolnTypeTick = 0,
-    ResolnTypeSecond = 1,
-    ResolnTypeMinute = 2,
-    ResolnTypeDay = 3,
-    ResolnTypeWeek = 4,
-    ResolnTypeMonth = 5,
-    ResolnTypeYear = 6,
+    ResolnTypeTick = 0,    // unit code 1, and all that are no other
+    ResolnTypeSecond = 1,  // unit code 2
+    ResolnTypeMinute = 2,  // unit code 3
+    ResolnTypeDay = 3,     // unit code 4
+    ResolnTypeWeek = 4,    // unit code 5
+    ResolnTypeMonth = 5,   // unit code 6
+    ResolnTypeYear = 6,    // unit code 7
   };
 
   // Unit and quantity 0.
@@ -63,6 +63,7 @@ class PXDUTIL_API CResoln {
       m_resolution.wUnit = unit;
     }
   }
+  // The unit as its code, and as the kind that the code stands for.
   [[nodiscard]] constexpr unsigned short GetResolnUnit() const { return m_resolution.wUnit; }
   [[nodiscard]] ResolnUnitTypeEnum GetResolnUnitType() const;
 
@@ -81,6 +82,7 @@ class PXDUTIL_API CResoln {
   // has no fixed length and gives 0, as does any other code.
   [[nodiscard]] CZRDateTimeSpan GetDateTimeSpan() const;
 
+  // Unit and quantity are equal: 60 seconds differ from 1 minute.
   friend constexpr bool operator==(const CResoln& a, const CResoln& b) {
     return a.GetResolnUnit() == b.GetResolnUnit() && a.GetResolnQty() == b.GetResolnQty();
   }

@@ -49,7 +49,7 @@ static_assert(sizeof(ZRGS_SESSION_INFO) == 8, "a session is four 16-bit words");
 // The sessions of a week, in chronological order from the first one's open. A valid list holds 1 to
 // 256 of them.
 struct ZRGS_SESSION {
-  std::vector<ZRGS_SESSION_INFO> sessions;
+  std::vector<ZRGS_SESSION_INFO> sessions;  // a plain list: whoever edits it keeps the order
 };
 
 class PXDUTIL_API CZRGSSession : public CObject {
@@ -74,6 +74,7 @@ class PXDUTIL_API CZRGSSession : public CObject {
     StatusReset = 4,     // behind the dribble window, in the reset window
   };
 
+  // What a lookup answers. Some give good outputs with ReturnFail too, as they say.
   enum ReturnType : int { ReturnFail = 0, ReturnOK = 1 };
 
   // The bits of a lookup's `flags`.
@@ -83,6 +84,7 @@ class PXDUTIL_API CZRGSSession : public CObject {
   // A new empty calendar, owned by the caller.
   static CObject* CreateObject();
 
+  // No sessions, or those given, which aren't checked.
   CZRGSSession();
   CZRGSSession(const ZRGS_SESSION& session);
   // Copies the lists. With a `normalizeFirst` of 1 the caches of `other` are brought up first, so
@@ -99,19 +101,22 @@ class PXDUTIL_API CZRGSSession : public CObject {
 
   // ---- The list ----
 
+  // The list, valid as long as this object; editing it shows in it at once.
   [[nodiscard]] const ZRGS_SESSION& GetSession() const { return m_sessions; }
   // The list itself, for editing; it lives as long as this object.
   [[nodiscard]] ZRGS_SESSION* GetSessionPtr() { return &m_sessions; }
   // The machine text form, see BuildStringFromZRGS_SESSION.
   void GetSession(CString& out) const;
 
+  // How many sessions a week has.
   [[nodiscard]] unsigned long GetNumSessions() const;
   // The number of sessions with ResetFlag set.
   [[nodiscard]] unsigned long GetNumResets() const;
   // Session `index`, all zeroes where there is none.
   [[nodiscard]] ZRGS_SESSION_INFO GetSessionInfo(unsigned long index) const;
+  // ResetMinutes of session `index`, 0 where there is none.
   [[nodiscard]] unsigned short GetReset(unsigned long index) const;
-  // An index without a session is ignored.
+  // Replace the session, or its ResetMinutes. An index without a session is ignored.
   void SetSessionInfo(unsigned long index, ZRGS_SESSION_INFO info);
   void SetReset(unsigned long index, unsigned short value);
   // Empties the list.
