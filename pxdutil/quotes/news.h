@@ -30,11 +30,11 @@ enum ZRGS_NEWS_DATA_TYPE : std::int32_t {
 
 // The bytes of a news item as they travel. What format, flags and status mean is the server's.
 struct ZRGS_NEWS {
-  ZRGS_NEWS_DATA_TYPE eDataType;
-  std::uint32_t dwDataFormat;
-  std::uint32_t dwFlags;
-  std::uint8_t bStatus;
-  char body[260];
+  ZRGS_NEWS_DATA_TYPE eDataType;  // which form the body has
+  std::uint32_t dwDataFormat;     // the server's
+  std::uint32_t dwFlags;          // the server's
+  std::uint8_t bStatus;           // the server's
+  char body[260];                 // by eDataType; raw data may run on behind it
 };
 
 #pragma pack(pop)
@@ -69,6 +69,7 @@ class PXDUTIL_API CZRGSNews {
   [[nodiscard]] ZRGS_NEWS* GetZRGS_NEWS() { return m_pNews; }
   [[nodiscard]] const ZRGS_NEWS* GetZRGS_NEWS() const { return m_pNews; }
 
+  // The four words in front of the body, as they stand.
   [[nodiscard]] ZRGS_NEWS_DATA_TYPE GetType() const;
   [[nodiscard]] unsigned long GetDataFormat() const;
   [[nodiscard]] unsigned long GetFlags() const;
@@ -77,6 +78,7 @@ class PXDUTIL_API CZRGSNews {
   // The body, read as one of its three forms. None of the three asks for the type: of a record of
   // another type they give the body as it stands.
 
+  // The first 32 bits of the body.
   [[nodiscard]] unsigned long GetHint() const;
   // Points into the record. A file name without an end within the body is given as "".
   [[nodiscard]] const char* GetFileName() const;
@@ -95,6 +97,7 @@ class PXDUTIL_API CZRGSNews {
   // Make the record one of that type. Nothing changes where the handle isn't writable. The flags
   // stay, and but for a hint the status too.
 
+  // A hint, the one form that sets the status too.
   void SetNewsHint(unsigned long format, unsigned long hint, unsigned char status);
   // A name is cut to 259 characters, and in a smaller buffer to what fits; a null name counts as
   // "".

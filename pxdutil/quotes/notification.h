@@ -29,6 +29,7 @@
 
 #pragma pack(push, 1)
 
+// Carries a quote, which may come in parts.
 class PXDUTIL_API CZRGSQuoteNotification {
  public:
   // With a `createQuote` other than 0 makes an empty quote and owns it; with 0 the quote is null.
@@ -41,6 +42,7 @@ class PXDUTIL_API CZRGSQuoteNotification {
   void SetNotification(unsigned char type, CZRGSQuote* quote);
   // True where `quote` isn't null. The type and the pointer are given in any case.
   bool GetNotification(unsigned char& type, CZRGSQuote*& quote) const;
+  // The type that was set, 0 at first.
   [[nodiscard]] unsigned char GetType() const { return m_bType; }
   // True where `quote` isn't null.
   bool GetQuote(CZRGSQuote*& quote) const;
@@ -60,18 +62,23 @@ class PXDUTIL_API CZRGSQuoteNotification {
   std::uint8_t m_bFlags = 0;
 };
 
+// Carries a news item.
 class PXDUTIL_API CZRGSNewsNotification {
  public:
+  // Empty, or with a news item that stays the giver's; all numbers are 0.
   CZRGSNewsNotification() = default;
   explicit CZRGSNewsNotification(CZRGSNews* news);
   // Makes a news item with room for `size` bytes, and owns it.
   explicit CZRGSNewsNotification(unsigned short size);
+  // As SetNotification.
   CZRGSNewsNotification(unsigned long transactionID, unsigned long userData, unsigned char type,
                         CZRGSNews* news);
   CZRGSNewsNotification(const CZRGSNewsNotification& other);
   CZRGSNewsNotification& operator=(const CZRGSNewsNotification& other);
   virtual ~CZRGSNewsNotification();
 
+  // The transaction that is answered, the word its client gave with it, the host's type, and the
+  // news item, which stays the giver's and may be null.
   void SetNotification(unsigned long transactionID, unsigned long userData, unsigned char type,
                        CZRGSNews* news);
   // True where `news` isn't null. The other three are given in any case.
@@ -79,6 +86,7 @@ class PXDUTIL_API CZRGSNewsNotification {
                        CZRGSNews*& news) const;
   // True where `news` isn't null.
   bool GetNews(CZRGSNews*& news) const;
+  // What SetNotification was given, 0 at first.
   [[nodiscard]] unsigned char GetType() const { return m_bType; }
   [[nodiscard]] unsigned long GetTransactionID() const { return m_dwTransactionID; }
   [[nodiscard]] unsigned long GetUserData() const { return m_dwUserData; }
@@ -91,6 +99,7 @@ class PXDUTIL_API CZRGSNewsNotification {
   CZRGSNews* m_pNews = nullptr;
 };
 
+// Carries a moment, by value.
 class PXDUTIL_API CZRGSDateTimeNotification {
  public:
   CZRGSDateTimeNotification() = default;
@@ -104,6 +113,7 @@ class PXDUTIL_API CZRGSDateTimeNotification {
   // Always true.
   bool GetNotification(unsigned long& transactionID, unsigned long& userData, unsigned char& type,
                        CTime& time) const;
+  // What SetNotification was given, 0 at first.
   [[nodiscard]] CTime GetTime() const { return CTime(m_time); }
   [[nodiscard]] unsigned char GetType() const { return m_bType; }
   [[nodiscard]] unsigned long GetTransactionID() const { return m_dwTransactionID; }
@@ -116,11 +126,12 @@ class PXDUTIL_API CZRGSDateTimeNotification {
   std::int64_t m_time = 0;
 };
 
+// Tells of a download of history: by its type alone, with a quote, or with the state of it.
 class PXDUTIL_API CZRGSHistoryDownloadNotification {
  public:
   // How far a download has come. What the bytes mean is for the module that writes them.
   struct STATUS {
-    unsigned char bytes[271];
+    unsigned char bytes[271];  // as their writer left them
   };
 
   // With a `createQuote` other than 0 makes an empty quote and owns it; with 0 the quote is null.
@@ -130,7 +141,8 @@ class PXDUTIL_API CZRGSHistoryDownloadNotification {
   CZRGSHistoryDownloadNotification& operator=(const CZRGSHistoryDownloadNotification& other);
   ~CZRGSHistoryDownloadNotification();
 
-  // The first form touches neither quote nor status, the other two that which they are given.
+  // The transaction that is answered, the word its client gave with it, and the host's type. The
+  // first form touches neither quote nor status, the other two that which they are given.
   void SetNotification(unsigned long transactionID, unsigned long userData, unsigned long type);
   void SetNotification(unsigned long transactionID, unsigned long userData, unsigned long type,
                        CZRGSQuote* quote);
@@ -141,6 +153,7 @@ class PXDUTIL_API CZRGSHistoryDownloadNotification {
   // The status in this envelope itself, which lives as long as it does. Always true.
   bool GetStatus(STATUS*& status);
   bool GetStatus(const STATUS*& status) const;
+  // What SetNotification was given, 0 at first.
   [[nodiscard]] unsigned long GetType() const { return m_dwType; }
   [[nodiscard]] unsigned long GetTransactionID() const { return m_dwTransactionID; }
   [[nodiscard]] unsigned long GetUserData() const { return m_dwUserData; }

@@ -54,7 +54,7 @@ class PXDUTIL_API CZRGSQuote {
 
   // A field node. Owned by exactly one of: a quote, the pool, or the caller of CreateField.
   struct ZRGS_QUOTE_FIELD {
-    std::uint16_t wFieldID;
+    std::uint16_t wFieldID;      // the catalogue's id
     std::uint16_t wIndirectID;   // stored by SetIndirectQuote, not read here
     std::uint16_t wSize;         // value bytes at pData
     std::uint16_t wCapacity;     // bytes allocated at pData; survives recycling
@@ -66,10 +66,10 @@ class PXDUTIL_API CZRGSQuote {
 
   // What GetFieldInfo tells of a field and of its quote; all 0 where the field is absent.
   struct ZRGS_FIELD_INFO {
-    std::uint8_t bStatus;
+    std::uint8_t bStatus;         // the field's status, 0 to 15
     std::uint8_t bDateTimeFlags;  // bit 0: a time is known; bit 1: a date is known
-    std::uint16_t wDate;
-    std::uint32_t dwTime;
+    std::uint16_t wDate;          // as GetDate gives it
+    std::uint32_t dwTime;         // as GetTime gives it
   };
 
 #pragma pack(pop)
@@ -159,6 +159,7 @@ class PXDUTIL_API CZRGSQuote {
   // A field of status 8 whose value is zeros: types 2, 4 to 9 and 11; 0 for every other type.
   int AddFieldNoValue(unsigned short id, long type);
 
+  // How many fields the quote has.
   [[nodiscard]] unsigned int GetNumField() const;
   // The node at a place, null out of range. It stays the quote's.
   [[nodiscard]] ZRGS_QUOTE_FIELD* GetField(unsigned short index);

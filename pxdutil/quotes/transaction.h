@@ -30,6 +30,7 @@ class PXDUTIL_API CZRGSTransaction : public CObject {
   // What a derived transaction does when its request is complete. The library doesn't call it.
   virtual void Complete() = 0;
 
+  // What the constructor was given.
   [[nodiscard]] unsigned long GetID() const { return m_dwID; }
   [[nodiscard]] unsigned char GetTransactionType() const { return m_bTransactionType; }
   [[nodiscard]] unsigned long GetUserData() const { return m_dwUserData; }
