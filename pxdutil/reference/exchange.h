@@ -22,9 +22,9 @@ struct ZRGS_SESSION;
 // A row of the table. Codes 0 to 46 are countries, 52 to 99 regions and catch-alls, 104 and above
 // exchanges. The texts are UTF-8 and live as long as the process.
 struct ZRGS_EXCHANGE_ROW {
-  unsigned short wCode;
-  const char* pszAbbr;
-  const char* pszDescription;
+  unsigned short wCode;        // unique but for 122 and 142, which stand twice
+  const char* pszAbbr;         // the short name: "NYSE"
+  const char* pszDescription;  // the long name
 };
 
 namespace pxd {
@@ -50,10 +50,12 @@ class PXDUTIL_API CZRGSExchange {
   [[nodiscard]] const char* GetAbbr() const { return szAbbr; }
   [[nodiscard]] const char* GetDescription() const { return szDescription; }
 
+  // The price scale, whose meaning is the sender's.
   [[nodiscard]] unsigned char GetPriceScale() const { return bPriceScale; }
   // The numbers that their texts begin with; 0 where they begin with none.
   [[nodiscard]] float GetPointValue() const;
   [[nodiscard]] float GetMinMove() const;
+  // The daily limit, in the sender's units.
   [[nodiscard]] unsigned short GetDailyLimit() const { return wDailyLimit; }
 
   // The week of trading sessions, from the compact form: two slots where the second time range
@@ -69,13 +71,15 @@ class PXDUTIL_API CZRGSExchange {
   // stays.
   static int CB_SetSelExchange(CComboBox& box, unsigned short code);
 
-  std::uint16_t wCode = 0;
-  char szDescription[71] = {};
-  char szAbbr[7] = {};
-  std::uint8_t bPriceScale = 0;
-  // Decimal texts; one that fills its array needs no NUL.
+  std::uint16_t wCode = 0;       // the code in the table
+  char szDescription[71] = {};   // the long name with its NUL
+  char szAbbr[7] = {};           // the short name with its NUL
+  std::uint8_t bPriceScale = 0;  // see GetPriceScale
+  // Decimal texts: what one point is worth, and the least move of a price. One that fills its array
+  // needs no NUL.
   char szPointValue[10] = {};
   char szMinMove[10] = {};
+  // See GetDailyLimit.
   std::uint16_t wDailyLimit = 0;
   // The two slots of the compact form: ranges of the day and masks of weekdays.
   std::uint32_t dwSessionTimes[2] = {};
