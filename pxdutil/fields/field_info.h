@@ -38,6 +38,7 @@ class PXDUTIL_API CStorageSetting : public CObject {
   int operator==(const CStorageSetting& other) const;
   int operator!=(const CStorageSetting& other) const;
 
+  // The kind of data point: a code of the storage entries in the catalogue file.
   [[nodiscard]] unsigned char GetDataPtID() const { return m_bDataPtID; }
   void SetDataPtID(unsigned char id) { m_bDataPtID = id; }
 
@@ -65,8 +66,8 @@ class PXDUTIL_API CResolnAndUpdateFieldList {
   // Whether the resolutions are equal, and the ids are, in order.
   bool operator==(const CResolnAndUpdateFieldList& other) const;
 
-  CResoln m_Resoln;
-  CZRListEx<CField> m_FieldList{10};
+  CResoln m_Resoln;                   // the resolution of the bar
+  CZRListEx<CField> m_FieldList{10};  // the ids that it updates
 };
 
 class PXDUTIL_API CZRGSFieldInfo : public CObject {
@@ -84,6 +85,7 @@ class PXDUTIL_API CZRGSFieldInfo : public CObject {
   // Sets everything to 0 and empty, apart from the update lists, which stay.
   void Empty();
 
+  // The id by which quotes, queries and stored pairs know the field.
   [[nodiscard]] unsigned short GetFieldID() const { return m_wFieldID; }
   void SetFieldID(unsigned short id) { m_wFieldID = id; }
 
@@ -161,6 +163,7 @@ class PXDUTIL_API CZRGSFieldInfo : public CObject {
   void Serialize(CArchive& archive) override;
 
  protected:
+  // Drops all update lists.
   void EmptyUpdateFieldMap();
 
  private:

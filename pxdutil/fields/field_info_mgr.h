@@ -34,25 +34,28 @@ namespace pxd {
 // What the last four bytes of a catalogue file say of it; CFieldInfoMgr::Create replaces a file for
 // anything but kGood. The lines themselves aren't looked at.
 enum class CatalogueTrailer {
-  kGood,
+  kGood,          // a checksum and a version that are right
   kUnreadable,    // no file, or one that can't be read
   kTooShort,      // fewer than four bytes
   kOtherVersion,  // of another version, or no catalogue at all
   kBadChecksum,   // of this version, but edited or damaged
 };
+// Reads the trailer of the file at `path`.
 [[nodiscard]] PXDUTIL_API CatalogueTrailer CheckCatalogueTrailer(const char* path);
 
 }  // namespace pxd
 
 class PXDUTIL_API CFieldInfoMgr : public CObject {
  public:
+  // What the operations answer.
   enum RetValEnum : int {
-    RetSuccess = 0,
-    RetFieldIDNotFound = 1,
-    RetFieldIDExists = 2,
-    RetInvalidFieldInfo = 3,
+    RetSuccess = 0,           // done
+    RetFieldIDNotFound = 1,   // no row has the id
+    RetFieldIDExists = 2,     // a row has the id already, and stays
+    RetInvalidFieldInfo = 3,  // the id is above the highest there can be
   };
 
+  // Rows of the catalogue, which stay its own.
   using FieldInfoList = CList<const CZRGSFieldInfo*, const CZRGSFieldInfo*>;
 
   // The manager that was built last, null once any manager is gone.
