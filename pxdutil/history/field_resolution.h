@@ -28,8 +28,8 @@ class CDPDataPt;
 
 // A pair as it stands in archives and settings.
 struct ZRGS_FIELD_RESOLUTION {
-  std::uint16_t wFieldID;
-  ZRGS_RESOLUTION resolution;
+  std::uint16_t wFieldID;      // the catalogue's id; 0xFFFF is unset
+  ZRGS_RESOLUTION resolution;  // at which it is kept or shown
 };
 
 #pragma pack(pop)
@@ -47,6 +47,7 @@ enum StringFormat : int {
 
 class PXDUTIL_API CFieldResoln {
  public:
+  // The same name within the class.
   using StringFormat = ::StringFormat;
 
   // The unset field, with unit and quantity 0.
@@ -54,6 +55,7 @@ class PXDUTIL_API CFieldResoln {
   // Takes the record as it is.
   CFieldResoln(const ZRGS_FIELD_RESOLUTION& pair) : m_pair(pair) {}
 
+  // The record, out and in, as it is.
   operator ZRGS_FIELD_RESOLUTION() const { return m_pair; }
   [[nodiscard]] ZRGS_FIELD_RESOLUTION GetFieldResoln() const { return m_pair; }
   void SetFieldResoln(const ZRGS_FIELD_RESOLUTION& pair) { m_pair = pair; }
@@ -66,6 +68,7 @@ class PXDUTIL_API CFieldResoln {
     m_pair.resolution = {resoln.GetResolnUnit(), resoln.GetResolnQty()};
   }
 
+  // Field, unit and quantity are equal.
   friend bool operator==(const CFieldResoln& a, const CFieldResoln& b) {
     return a.m_pair.wFieldID == b.m_pair.wFieldID && a.GetResoln() == b.GetResoln();
   }

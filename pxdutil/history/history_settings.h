@@ -34,8 +34,8 @@ class CZRGSQuote;
 
 // A line as it stands in an archive.
 struct ZRGS_FIELD_HISTORY_SETTINGS {
-  ZRGS_FIELD_RESOLUTION fieldResolution;
-  std::uint16_t wNumDays;
+  ZRGS_FIELD_RESOLUTION fieldResolution;  // what is kept
+  std::uint16_t wNumDays;                 // for how many days
 };
 
 // A table as it stands in an archive.
@@ -52,15 +52,18 @@ static_assert(sizeof(ZRGS_HISTORY_SETTINGS) == 241, "a stored table");
 // One line: a field at a resolution, and the number of days for which it is kept.
 class PXDUTIL_API CFieldHistorySetting {
  public:
+  // The same name within the class.
   using StringFormat = ::StringFormat;
 
   // All 0.
   CFieldHistorySetting() = default;
   CFieldHistorySetting(const ZRGS_FIELD_HISTORY_SETTINGS& setting) : m_setting(setting) {}
 
+  // The record, out and in, as it is.
   operator ZRGS_FIELD_HISTORY_SETTINGS() const { return m_setting; }
   void SetHS(ZRGS_FIELD_HISTORY_SETTINGS setting) { m_setting = setting; }
 
+  // What is kept, and for how many days, 0 to 65535.
   [[nodiscard]] CFieldResoln GetFieldResoln() const { return {m_setting.fieldResolution}; }
   void SetFieldResoln(const CFieldResoln& pair) { m_setting.fieldResolution = pair; }
   [[nodiscard]] unsigned short GetNumDays() const { return m_setting.wNumDays; }
@@ -96,6 +99,7 @@ class PXDUTIL_API CHistorySettings : public CObject {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CHistorySettings);
 
  public:
+  // The same name within the class.
   using StringFormat = ::StringFormat;
 
   // What AddSetting and ChangeSettings answer instead of an index.
@@ -147,6 +151,7 @@ class PXDUTIL_API CHistorySettings : public CObject {
   // one place, but for the last in use, which stays and is what falls off the end: of a, b, c
   // without the first remain b, b.
   int RemoveSettings(int index);
+  // Empties the table.
   void RemoveAllSettings();
   // Orders the lines by the field's name, then by unit, then by quantity. The fields needed keep
   // the order of the table before.
@@ -205,6 +210,7 @@ class PXDUTIL_API CHistorySettings : public CObject {
   void AddMissing(std::span<const ZRGS_FIELD_HISTORY_SETTINGS> lines);
 };
 
+// A table under a name, from which tables of new symbols can be made.
 class PXDUTIL_API CHistorySettingsTemplate : public CObject {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CHistorySettingsTemplate);
 
@@ -212,8 +218,8 @@ class PXDUTIL_API CHistorySettingsTemplate : public CObject {
   // A new template on the heap, owned by the caller.
   static CObject* CreateObject();
 
+  // The name; a null one is empty. It is valid as long as this object isn't changed.
   void SetName(const char* name) { m_strName = name; }
-  // Valid as long as this object isn't changed.
   [[nodiscard]] const CString& GetName() const { return m_strName; }
 
   // Whether this is the template for new symbols.
@@ -231,10 +237,10 @@ class PXDUTIL_API CHistorySettingsTemplate : public CObject {
   void Serialize(CArchive& archive) override;
 
  protected:
-  std::uint8_t m_bVersion = 1;
-  CString m_strName;
-  std::int32_t m_bDefault = 0;
-  CHistorySettings m_HistSettings;
+  std::uint8_t m_bVersion = 1;      // the version byte as loaded
+  CString m_strName;                // the name
+  std::int32_t m_bDefault = 0;      // as SetDefault was given it
+  CHistorySettings m_HistSettings;  // the table
 };
 
 #endif
