@@ -33,13 +33,14 @@ class PXDUTIL_API CDPCDataPtCalculated : public CDPDataPt {
  public:
   // Where a point fell; the same values as CZRGSSession::Status.
   enum DPTStatus : int {
-    DPTStatusClosed = 0,
-    DPTStatusInPeriod = 1,
-    DPTStatusOpen = 2,
-    DPTStatusDribble = 3,
-    DPTStatusReset = 4,
+    DPTStatusClosed = 0,    // outside the period and its windows
+    DPTStatusInPeriod = 1,  // in the period, between two of its sessions
+    DPTStatusOpen = 2,      // in a session
+    DPTStatusDribble = 3,   // behind the close, in the dribble window
+    DPTStatusReset = 4,     // behind the dribble window, in the reset window
   };
 
+  // What became of a point that was offered.
   enum AddDataPtReturn : int {
     AddStartedNewBar = 0,   // the bar was cleared, and the point is the first of the next one
     AddBarComplete = 1,     // the point wasn't taken: the bar is complete, or was cleared at close
@@ -49,8 +50,8 @@ class PXDUTIL_API CDPCDataPtCalculated : public CDPDataPt {
 
   // The direction of the last tick that a merge took in; other merges leave it.
   enum TrendType : int {
-    TrendUp = 1,
-    TrendDown = 2,
+    TrendUp = 1,    // counted as an up tick
+    TrendDown = 2,  // counted as a down tick
   };
 
   // Offers a point. With `startNew` 0 a complete bar is left for the caller to take; with another

@@ -18,11 +18,11 @@ enum class TextForm : std::uint8_t {
 };
 
 struct Column {
-  const char* header;
-  std::uint16_t field;     // catalogue id, also the id in quotes
-  std::uint8_t fieldType;  // code of CZRGSFieldInfo::GetFieldType
-  CDPDataPt::DataType dataType;
-  TextForm text;
+  const char* header;            // the words above the column
+  std::uint16_t field;           // catalogue id, also the id in quotes
+  std::uint8_t fieldType;        // code of CZRGSFieldInfo::GetFieldType
+  CDPDataPt::DataType dataType;  // what the column holds
+  TextForm text;                 // how its value is shown
 };
 
 // The width of a column's value in bytes.

@@ -49,10 +49,11 @@ class PXDUTIL_API CDPDataPt : public CObject {
     AdjustDivide = 3,      // x / factor; for prices and volumes of OHLC bars x * (1 / factor)
     AdjustReciprocal = 4,  // 1 / x, and 0 stays 0
   };
+  // The values that AdjustData restates. Which columns these are, each class says.
   enum AdjustTarget : int {
-    AdjustPrices = 0,
-    AdjustVolumes = 1,
-    AdjustOpenInt = 2,
+    AdjustPrices = 0,   // prices and values
+    AdjustVolumes = 1,  // volumes
+    AdjustOpenInt = 2,  // open interest
   };
 
   // The flag of the callers' that outlives SetToNull.
@@ -61,6 +62,7 @@ class PXDUTIL_API CDPDataPt : public CObject {
   // Stores or loads the record; flags aren't stored.
   void Serialize(CArchive& archive) override = 0;
 
+  // How many columns a point has; they are numbered from 0.
   [[nodiscard]] virtual unsigned int GetNumCols() const = 0;
   // The column's header; `col` must be in range.
   virtual CString GetStringHeaderForCol(unsigned int col) = 0;
@@ -75,6 +77,7 @@ class PXDUTIL_API CDPDataPt : public CObject {
   // The column's value and description in one step.
   virtual void GetDPValueInfoForColEx(unsigned int col, CField& field, CDPValueInfo& info,
                                       CDPValue& value) const;
+  // Reads or writes the value of a column, through the member of CDPValue that goes with its kind.
   virtual void GetDPValueForCol(unsigned int col, CDPValue& value) const = 0;
   // The forms with a selector, the unit code of the bar's resolution, matter to classes that hold a
   // second, running daily record.
@@ -83,13 +86,17 @@ class PXDUTIL_API CDPDataPt : public CObject {
   virtual void SetDPValueForColEx(unsigned int col, CDPValue& value, unsigned char selector);
   // Clears the running daily record of classes that hold one.
   virtual void ResetPrevDailyRec();
+  // What the column holds, DataTypeNone where there is no such column.
   virtual CDPDataPt::DataType GetDataTypeForCol(unsigned int col) = 0;
+  // The column's value as text: prices with 7 digits, counts as whole numbers, "N/A" where a class
+  // has none.
   virtual CString GetStringValForCol(unsigned int col) = 0;
   // Text that isn't a number stores 0.
   virtual void SetStringValForCol(unsigned int col, CString text) = 0;
   // 0.0, and nothing, in classes without columns for doubles.
   [[nodiscard]] virtual double GetDoubleValForCol(unsigned int col) const;
   virtual void SetDoubleValForCol(unsigned int col, double value);
+  // The date and time as one value.
   virtual CZRDateTime GetZRDateTime() = 0;
   // The date and time of the record. A fault in CDPCDblC, CDPCDblDblC and CDPCDblDblH.
   virtual void GetDPDateTime(unsigned short& date, unsigned long& time) const = 0;
@@ -114,9 +121,12 @@ class PXDUTIL_API CDPDataPt : public CObject {
   virtual void SetEqualTo(CDPDataPt* other) = 0;
   // Makes the point null and clears all flags but kLastingFlag; the base does the latter.
   virtual void SetToNull();
+  // 1 or 0: whether the record is null; whether its price is; whether it is marked as deleted
+  // (markers.h).
   [[nodiscard]] virtual int IsNull() const = 0;
   [[nodiscard]] virtual int HasNullPrice() const = 0;
   [[nodiscard]] virtual int HasDeleteValue() const = 0;
+  // Whether this is no trade but a mark of time (markers.h); false in all but ticks and CDPCnv.
   [[nodiscard]] virtual bool IsAnEndOfMinuteTick() const;
   [[nodiscard]] virtual bool IsAnEndOfSecondTick() const;
   // Restates the values of a target in place. 1 where the class has adjustments at all, whatever
@@ -126,6 +136,7 @@ class PXDUTIL_API CDPDataPt : public CObject {
 
   // Whether a flag of `mask` is set.
   [[nodiscard]] bool HasFlag(unsigned char mask) const { return (m_Flags & mask) != 0; }
+  // Sets the flags of `mask`; the others stay.
   void SetFlag(unsigned char mask) { m_Flags |= mask; }
 
  protected:
@@ -162,11 +173,13 @@ class PXDUTIL_API CDPADataPtAr : public CObject {
   PXDUTIL_DECLARE_RUNTIME_CLASS(CDPADataPtAr);
 
  public:
+  // The `count` points from `first` on, which stay their owner's and must outlive the view.
   CDPADataPtAr(CDPDataPt* first, unsigned int count) : m_first(first), m_count(count) {}
 
   // Element `index`, which isn't checked.
   [[nodiscard]] CDPDataPt* GetAt(unsigned int index) const;
   CDPDataPt* operator[](unsigned int index) const { return GetAt(index); }
+  // The bytes that all of them take.
   [[nodiscard]] unsigned int GetBufSizeInBytes() const;
 
  private:

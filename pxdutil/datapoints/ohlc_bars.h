@@ -46,6 +46,7 @@ class PXDUTIL_API CDPCDblOHLCUDUTO
   // The open interest that says that there is none.
   static constexpr long kNoOpenInterest = -32080;
 
+  // A null bar; the high and the low of the running daily record start beyond all prices.
   CDPCDblOHLCUDUTO();
   CDPCDblOHLCUDUTO(const CDPCDblOHLCUDUTO&) = default;
   CDPCDblOHLCUDUTO& operator=(const CDPCDblOHLCUDUTO&) = default;

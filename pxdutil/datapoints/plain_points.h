@@ -16,10 +16,12 @@
 
 // The record of CDPOptDaily, behind a date and a time.
 struct PXDUTIL_API CDPRecOptDaily : pxd::Stamp {
+  // The day's contracts traded, and those left open.
   std::uint32_t m_PutVol = 0;
   std::uint32_t m_CallVol = 0;
   std::int32_t m_PutOpenInt = 0;
   std::int32_t m_CallOpenInt = 0;
+  // The implied volatility, as the server states it.
   float m_ImpliedVol = 0.0F;
   // While a bar is built: how many samples of implied volatility it took in, and their sum.
   std::uint8_t m_VolCount = 0;
@@ -57,12 +59,15 @@ struct PXDUTIL_API CDPRecOptDaily : pxd::Stamp {
 
 // The record of CDPCnv, behind a date and a time.
 struct PXDUTIL_API CDPRecCnv : pxd::Stamp {
+  // The two numbers, fields 517 and 518.
   double m_Winning = 0.0;
   double m_Losing = 0.0;
+  // 1 until a point is merged in.
   std::uint8_t m_IsNull = 1;
 
   // Date, time and both numbers 0 (the null date isn't used here), and m_IsNull 1.
   void SetToNull() { *this = CDPRecCnv(); }
+  // m_IsNull as it is; whether both numbers are 0.
   [[nodiscard]] int IsNull() const { return m_IsNull; }
   [[nodiscard]] int HasNullPrice() const { return m_Winning == 0.0 && m_Losing == 0.0 ? 1 : 0; }
   // Fills all but m_IsNull, with results as CDPRecOptDaily's.
@@ -76,6 +81,7 @@ struct PXDUTIL_API CDPRecCnv : pxd::Stamp {
       m_Losing = number;
     }
   }
+  // Whether m_Winning is the marker.
   [[nodiscard]] bool IsAnEndOfMinuteTick() const;
   [[nodiscard]] bool IsAnEndOfSecondTick() const;
 
@@ -192,6 +198,7 @@ class PXDUTIL_API CDPOptDaily
   PXDUTIL_DECLARE_RUNTIME_CLASS(CDPOptDaily);
 
  public:
+  // A null point.
   CDPOptDaily() { m_Record.SetToNull(); }
 
   // The selectors aren't mirrors of one another: 5 and 6 read the running record, and everything

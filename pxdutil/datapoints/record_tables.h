@@ -42,22 +42,24 @@ enum class NullPrice : std::uint8_t {
 
 // The quote fields of a record's date and time: the first one found counts. 0 is no field.
 struct StampFields {
-  std::uint16_t date;
-  std::uint16_t otherDate;
-  std::uint16_t time;
-  std::uint16_t otherTime;
+  std::uint16_t date;       // looked for first
+  std::uint16_t otherDate;  // looked for where that is missing
+  std::uint16_t time;       // looked for first
+  std::uint16_t otherTime;  // looked for where that is missing
 };
 
+// The stamp of a quote, or else that of a bar; that of a bar alone; and that of a quote alone.
 inline constexpr StampFields kPlainThenBarStamp = {kFieldDate, kFieldBarDate, kFieldTime,
                                                    kFieldBarTime};
 inline constexpr StampFields kBarStamp = {kFieldBarDate, 0, kFieldBarTime, 0};
 inline constexpr StampFields kPlainStamp = {kFieldDate, 0, kFieldTime, 0};
 
+// In what the records differ beyond their columns.
 struct RecordRules {
-  std::size_t stored;    // how many leading columns are floats that files and quotes carry
-  std::size_t required;  // how many of them a quote must carry
-  QuoteResult quoteResult;
-  NullPrice nullPrice;
+  std::size_t stored;       // how many leading columns are floats that files and quotes carry
+  std::size_t required;     // how many of them a quote must carry
+  QuoteResult quoteResult;  // what SetFromQuote answers
+  NullPrice nullPrice;      // what HasNullPrice looks at
   StampFields readsStamp;   // where a quote's date and time are looked for
   StampFields writesStamp;  // where they are put
 };
@@ -67,12 +69,13 @@ inline constexpr std::size_t kOpen = 0;
 inline constexpr std::size_t kHigh = 1;
 inline constexpr std::size_t kLow = 2;
 inline constexpr std::size_t kClose = 3;
-inline constexpr std::size_t kPricesEnd = 4;  // Open up to, not including, here are prices
-inline constexpr std::size_t kFirstVolume = 4;
-inline constexpr std::size_t kVolumesEnd = 8;
-inline constexpr std::size_t kSumsEnd = 12;  // volumes and tick counts are sums
-inline constexpr std::size_t kOpenInterest = 12;
+inline constexpr std::size_t kPricesEnd = 4;      // Open up to, not including, here are prices
+inline constexpr std::size_t kFirstVolume = 4;    // from here up to, not including, kVolumesEnd
+inline constexpr std::size_t kVolumesEnd = 8;     // are volumes
+inline constexpr std::size_t kSumsEnd = 12;       // volumes and tick counts are sums
+inline constexpr std::size_t kOpenInterest = 12;  // in the bars that have it
 
+// Every column of an OHLC bar; a bar with fewer has those in front.
 inline constexpr std::array<Column, 13> kOhlcColumns = {{
     {"Open", 232, 0, CDPDataPt::DataTypePrice, TextForm::kPrice},
     {"High", 233, 0, CDPDataPt::DataTypePrice, TextForm::kPrice},
@@ -89,6 +92,7 @@ inline constexpr std::array<Column, 13> kOhlcColumns = {{
     {"Open Int.", 253, 1, CDPDataPt::DataTypeCount, TextForm::kCount},
 }};
 
+// The first N of them.
 template <std::size_t N>
 constexpr std::array<Column, N> FirstOhlcColumns() {
   static_assert(N <= kOhlcColumns.size());
@@ -97,6 +101,7 @@ constexpr std::array<Column, N> FirstOhlcColumns() {
   return columns;
 }
 
+// Those of the older bars with open interest, where that stands behind the volumes.
 constexpr std::array<Column, 9> OldColumnsWithOpenInterest() {
   std::array<Column, 9> columns{};
   std::copy_n(kOhlcColumns.begin(), 8, columns.begin());
@@ -105,6 +110,7 @@ constexpr std::array<Column, 9> OldColumnsWithOpenInterest() {
   return columns;
 }
 
+// The columns of ticks and short bars that no OHLC bar has.
 inline constexpr Column kValueColumn = {"Value", 235, 0, CDPDataPt::DataTypePrice,
                                         TextForm::kPrice};
 inline constexpr Column kVolumeColumn = {"Volume", 249, 1, CDPDataPt::DataTypeVolume,

@@ -13,20 +13,7 @@
 // digits. Records are packed to one byte, hold no heap memory, and start as zeros; copying copies
 // all of them. A reference to one of their members may be misaligned: copy the value instead.
 //
-// Operations of every record:
-//   SetToNull      all values 0, and in a CDPST... the null date and time.
-//   IsNull         1 if every float is 0 (-0 counts as 0), and in a CDPST... date and time are
-//   null. HasNullPrice   1 if the first value is 0; CDPS...OHLCUDUT and the old bars: if any of
-//   Open, High,
-//                  Low, Close is; CDPS...OHLCUDUTO: only if all four are.
-//   ==             1 if all floats are equal by value, and date and time.
-//   Serialize      the fields in order, little-endian, nothing between them; a load that fails
-//   keeps
-//                  what arrived. The tick word is never stored.
-//   SetFromQuote   fills the record by field id and returns 1. A required field that is missing
-//                  ends it with 0, and what was read stays. CDPS...DblDblH and ...DblDblL answer 0
-//                  always, CDPS...OHLCUDUT and ...OHLCUDUTO also where all values are 0.
-//   AppendToQuote  adds the fields in order, with status 3; returns 1.
+// Every record has the same operations (ValueRecord and Stamped below).
 #ifndef PXDUTIL_DATAPOINTS_RECORDS_H
 #define PXDUTIL_DATAPOINTS_RECORDS_H
 
@@ -49,26 +36,40 @@ namespace pxd {
 // and begins with its floats.
 template <class Values>
 struct PXDUTIL_API ValueRecord {
+  // Makes all values 0.
   void SetToNull();
+  // 1 where every float is 0, -0 too; else 0.
   [[nodiscard]] int IsNull() const;
+  // 1 where the first value is 0; in CDPSDblOHLCUDUT and the old bars, where any of Open, High, Low
+  // and Close is; in CDPSDblOHLCUDUTO only where all four are.
   [[nodiscard]] int HasNullPrice() const;
+  // The fields in order, little-endian, nothing between them. A load that fails keeps what arrived.
+  // The tick word is never stored.
   void Serialize(CArchive& archive);
+  // Fills the record by field id and returns 1. A required field that is missing ends it with 0,
+  // and what was read stays. CDPSDblDblH and CDPSDblDblL answer 0 always, CDPSDblOHLCUDUT and
+  // CDPSDblOHLCUDUTO also where all values are 0.
   int SetFromQuote(const CZRGSQuote& quote);
+  // Adds the fields in order, with status 3, and returns 1.
   int AppendToQuote(CZRGSQuote& quote) const;
 
   // The float of a column, which must be one of the stored ones.
   [[nodiscard]] float GetFloat(std::size_t column) const {
     return LoadFloat(static_cast<const Values*>(this), column);
   }
+  // Puts `value` there.
   void SetFloat(std::size_t column, float value) {
     StoreFloat(static_cast<Values*>(this), column, value);
   }
 
+  // 1 or 0: whether all floats are equal by value. A NaN equals nothing.
   friend int operator==(const Values& a, const Values& b) { return a.HasFloatsOf(b) ? 1 : 0; }
   friend int operator!=(const Values& a, const Values& b) { return a.HasFloatsOf(b) ? 0 : 1; }
 
  protected:
+  // The body of ==.
   [[nodiscard]] bool HasFloatsOf(const ValueRecord& other) const;
+  // How many floats files and quotes carry.
   static constexpr std::size_t kStored = RecordTable<Values>::rules.stored;
 };
 
@@ -77,16 +78,20 @@ struct PXDUTIL_API Stamp {
   std::uint16_t m_Date = 0;  // Julian day
   std::uint32_t m_Time = 0;  // seconds since midnight
 
+  // Makes the null date and the null time.
   void SetStampToNull() {
     m_Date = CZRDate::GetNullJulianDate();
     m_Time = CZRTime::GetNullTime();
   }
+  // Whether both are null.
   [[nodiscard]] bool IsStampNull() const {
     return m_Date == CZRDate::GetNullJulianDate() && m_Time == CZRTime::GetNullTime();
   }
+  // Whether both are equal.
   [[nodiscard]] bool HasStampOf(const Stamp& other) const {
     return m_Date == other.m_Date && m_Time == other.m_Time;
   }
+  // The two as one value, out and in.
   [[nodiscard]] CZRDateTime GetDateTime() const {
     return CZRDateTime(CZRDate(m_Date), CZRTime(m_Time));
   }
@@ -102,17 +107,22 @@ struct PXDUTIL_API Stamp {
 // A value record behind a stamp.
 template <class Values>
 struct PXDUTIL_API Stamped : Stamp, Values {
+  // The record without the stamp.
   using ValueRecordType = Values;
 
+  // Makes the stamp null and all values 0.
   void SetToNull() {
     SetStampToNull();
     Values::SetToNull();
   }
+  // 1 where the stamp is null and every float is 0; else 0.
   [[nodiscard]] int IsNull() const { return IsStampNull() && Values::IsNull() != 0 ? 1 : 0; }
+  // The same as those of the record, with the date and the time in front.
   void Serialize(CArchive& archive);
   int SetFromQuote(const CZRGSQuote& quote);
   int AppendToQuote(CZRGSQuote& quote) const;
 
+  // 1 or 0: whether stamp and floats are equal.
   friend int operator==(const Stamped& a, const Stamped& b) { return a.Equals(b) ? 1 : 0; }
   friend int operator!=(const Stamped& a, const Stamped& b) { return a.Equals(b) ? 0 : 1; }
 
@@ -134,101 +144,133 @@ struct PXDUTIL_API OrderedStamped : Stamped<Values> {
 
 }  // namespace pxd
 
+// A close.
 struct PXDUTIL_API CDPSDblC : pxd::ValueRecord<CDPSDblC> {
+  // The price.
   float m_Close = 0.0F;
 };
 
+// A tick of a single value.
 struct PXDUTIL_API CDPSDblTick : pxd::ValueRecord<CDPSDblTick> {
+  // The value, or a marker.
   float m_Value = 0.0F;
 
+  // Whether the value is the marker (markers.h).
   [[nodiscard]] bool IsAnEndOfMinuteTick() const { return m_Value == pxd::kEndOfMinute; }
   [[nodiscard]] bool IsAnEndOfSecondTick() const { return m_Value == pxd::kEndOfSecond; }
 };
 
+// A close and its volume.
 struct PXDUTIL_API CDPSDblDblC : pxd::ValueRecord<CDPSDblDblC> {
+  // The price, and how much was traded.
   float m_Close = 0.0F;
   float m_Vol = 0.0F;
 };
 
+// A high and its volume.
 struct PXDUTIL_API CDPSDblDblH : pxd::ValueRecord<CDPSDblDblH> {
+  // The price, and how much was traded.
   float m_High = 0.0F;
   float m_Vol = 0.0F;
 };
 
+// A low and its volume.
 struct PXDUTIL_API CDPSDblDblL : pxd::ValueRecord<CDPSDblDblL> {
+  // The price, and how much was traded.
   float m_Low = 0.0F;
   float m_Vol = 0.0F;
 };
 
+// A trade.
 struct PXDUTIL_API CDPSDblDblTick : pxd::ValueRecord<CDPSDblDblTick> {
+  // The price or a marker, and how much was traded.
   float m_Price = 0.0F;
   float m_Vol = 0.0F;
   // Above 0 up ticks, below 0 down ticks. Lives in memory alone: it is neither stored nor in
   // quotes, and loading keeps it.
   std::int32_t m_TickDir = 0;
 
+  // Makes the values and the tick word 0.
   void SetToNull() {
     ValueRecord::SetToNull();
     m_TickDir = 0;
   }
+  // Whether the price is the marker (markers.h).
   [[nodiscard]] bool IsAnEndOfMinuteTick() const { return m_Price == pxd::kEndOfMinute; }
   [[nodiscard]] bool IsAnEndOfSecondTick() const { return m_Price == pxd::kEndOfSecond; }
 };
 
+// A bar of seconds, minutes or several ticks.
 struct PXDUTIL_API CDPSDblOHLCUDUT : pxd::ValueRecord<CDPSDblOHLCUDUT> {
+  // Prices.
   float m_Open = 0.0F;
   float m_High = 0.0F;
   float m_Low = 0.0F;
   float m_Close = 0.0F;
+  // Volumes: traded at rising, falling and unchanged prices, and in all.
   float m_UpVol = 0.0F;
   float m_DownVol = 0.0F;
   float m_UnchVol = 0.0F;
   float m_TotVol = 0.0F;
+  // Trades, counted in the same way.
   float m_UpTicks = 0.0F;
   float m_DownTicks = 0.0F;
   float m_UnchTicks = 0.0F;
   float m_TotTicks = 0.0F;
 };
 
+// A bar of a day or longer.
 struct PXDUTIL_API CDPSDblOHLCUDUTO : pxd::ValueRecord<CDPSDblOHLCUDUTO> {
+  // Prices.
   float m_Open = 0.0F;
   float m_High = 0.0F;
   float m_Low = 0.0F;
   float m_Close = 0.0F;
+  // Volumes: traded at rising, falling and unchanged prices, and in all.
   float m_UpVol = 0.0F;
   float m_DownVol = 0.0F;
   float m_UnchVol = 0.0F;
   float m_TotVol = 0.0F;
+  // Trades, counted in the same way.
   float m_UpTicks = 0.0F;
   float m_DownTicks = 0.0F;
   float m_UnchTicks = 0.0F;
   float m_TotTicks = 0.0F;
+  // Contracts left open.
   float m_OpenInt = 0.0F;
 };
 
+// The older form of CDPSDblOHLCUDUT.
 struct PXDUTIL_API CDPSDblOHLCUDUTOld : pxd::ValueRecord<CDPSDblOHLCUDUTOld> {
+  // Prices.
   float m_Open = 0.0F;
   float m_High = 0.0F;
   float m_Low = 0.0F;
   float m_Close = 0.0F;
+  // Volumes: traded at rising, falling and unchanged prices, and in all.
   float m_UpVol = 0.0F;
   float m_DownVol = 0.0F;
   float m_UnchVol = 0.0F;
   float m_TotVol = 0.0F;
 };
 
+// The older form of CDPSDblOHLCUDUTO.
 struct PXDUTIL_API CDPSDblOHLCUDUTOOld : pxd::ValueRecord<CDPSDblOHLCUDUTOOld> {
+  // Prices.
   float m_Open = 0.0F;
   float m_High = 0.0F;
   float m_Low = 0.0F;
   float m_Close = 0.0F;
+  // Volumes: traded at rising, falling and unchanged prices, and in all.
   float m_UpVol = 0.0F;
   float m_DownVol = 0.0F;
   float m_UnchVol = 0.0F;
   float m_TotVol = 0.0F;
+  // Contracts left open.
   float m_OpenInt = 0.0F;
 };
 
+// The same records behind a date and a time, as history is stored.
 struct PXDUTIL_API CDPSTDblC : pxd::Stamped<CDPSDblC> {};
 struct PXDUTIL_API CDPSTDblTick : pxd::Stamped<CDPSDblTick> {};
 struct PXDUTIL_API CDPSTDblDblC : pxd::Stamped<CDPSDblDblC> {};
