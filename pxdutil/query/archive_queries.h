@@ -22,6 +22,7 @@
 
 // ---- MESSAGE: the server's messages to its users, from now on ----
 
+// What is asked: the messages themselves.
 class PXDUTIL_API CZRGSClientMESSAGEQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where 468 is asked for, else 0.
@@ -32,11 +33,13 @@ class PXDUTIL_API CZRGSClientMESSAGEQueryWHATClause : public CZRGSClientQueryWHA
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 };
 
+// There is nothing to choose among: no condition has a meaning.
 class PXDUTIL_API CZRGSClientMESSAGEQueryWHEREClause {
  public:
   // 1 where the verb is ADVISE, else 0. Conditions aren't looked at, not even at their fields.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
 
  protected:
@@ -52,6 +55,7 @@ class PXDUTIL_API CZRGSClientMESSAGEQuery {
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientMESSAGEQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientMESSAGEQueryWHEREClause* GetWHEREClause() const {
@@ -70,6 +74,7 @@ class PXDUTIL_API CZRGSClientMESSAGEQuery {
 // Takes any list, an empty one too.
 class PXDUTIL_API CZRGSClientARCHIVEQueryWHATClause : public CZRGSClientQueryWHATClause {};
 
+// Which archived data. Each accessor names the field of the condition that sets it.
 class PXDUTIL_API CZRGSClientARCHIVEQueryWHEREClause {
  public:
   // 1 where the verb is REQUEST and no condition is on another field than 365 and 466, else 0.
@@ -88,6 +93,7 @@ class PXDUTIL_API CZRGSClientARCHIVEQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value.
   void SetTransactionID(unsigned long value) { pxd::detail::Store(m_transactionID, value); }
   void SetArchiveFlags(unsigned long value) { pxd::detail::Store(m_archiveFlags, value); }
 
@@ -103,6 +109,7 @@ class PXDUTIL_API CZRGSClientARCHIVEQuery {
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // The clauses, which live as long as this object.
   [[nodiscard]] const CZRGSClientARCHIVEQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientARCHIVEQueryWHEREClause* GetWHEREClause() const {
     return &m_where;
@@ -120,6 +127,7 @@ class PXDUTIL_API CZRGSClientARCHIVEQuery {
 // Takes any list, an empty one too.
 class PXDUTIL_API CZRGSClientARCHIVE_INFOQueryWHATClause : public CZRGSClientQueryWHATClause {};
 
+// Which request this is. The accessor names the field of the condition that sets it.
 class PXDUTIL_API CZRGSClientARCHIVE_INFOQueryWHEREClause {
  public:
   // 1 where the verb is REQUEST and no condition is on another field than 365, else 0.
@@ -134,6 +142,7 @@ class PXDUTIL_API CZRGSClientARCHIVE_INFOQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value.
   void SetTransactionID(unsigned long value) { pxd::detail::Store(m_transactionID, value); }
 
  private:
@@ -147,6 +156,7 @@ class PXDUTIL_API CZRGSClientARCHIVE_INFOQuery {
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // The clauses, which live as long as this object.
   [[nodiscard]] const CZRGSClientARCHIVE_INFOQueryWHATClause* GetWHATClause() const {
     return &m_what;
   }

@@ -27,6 +27,7 @@
 
 namespace pxd {
 
+// What ExplainQuery tells of a text.
 struct QueryExplanation {
   // Whether GetQueryInfo returns 1 for the text, and the class that its source is meant for takes
   // the query; end queries, and sources that are left to the host, have no class. The members below

@@ -23,6 +23,7 @@
 #include <pxdutil/query/what_clause.h>
 #include <pxdutil/sessions/date_time.h>
 
+// The fields that are asked for.
 class PXDUTIL_API CZRGSClientGENERALQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where the list names a field, the chart is a CCACHART, the verb is MODIFY, UPDATE or COMMIT,
@@ -41,6 +42,7 @@ class PXDUTIL_API CZRGSClientGENERALQueryWHEREClause {
   // date counts as not given. A second Create keeps what the first one found.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE, or UPDATE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise != 0; }
   [[nodiscard]] bool IsUpdate() const { return m_isUpdate != 0; }
 
@@ -138,6 +140,7 @@ class PXDUTIL_API CZRGSClientGENERALQuery {
   // asked for, and which verbs and conditions it needs. Returns 1, or 0 where the query is refused.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE, or UPDATE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] bool IsUpdate() const { return m_where.IsUpdate(); }
   [[nodiscard]] const CZRGSClientGENERALQueryWHATClause* GetWHATClause() const { return &m_what; }

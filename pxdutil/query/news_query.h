@@ -21,6 +21,7 @@
 #include <pxdutil/query/what_clause.h>
 #include <pxdutil/sessions/date_time.h>
 
+// The fields that are asked for, which say what the query is after.
 class PXDUTIL_API CZRGSClientNEWSQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // What a news query is after.
@@ -51,6 +52,7 @@ class PXDUTIL_API CZRGSClientNEWSQueryWHEREClause {
   // the first one found.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
 
   // 31
@@ -230,6 +232,7 @@ class PXDUTIL_API CZRGSClientNEWSQuery {
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientNEWSQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientNEWSQueryWHEREClause* GetWHEREClause() const { return &m_where; }

@@ -46,32 +46,32 @@ enum QUERY_TYPE : std::int32_t {
 
 // The verb of a start query, as QUERY_INFO::bRequestType holds it.
 enum QUERY_VERB : std::uint8_t {
-  QUERY_VERB_REQUEST = 0,
-  QUERY_VERB_ADVISE = 1,
-  QUERY_VERB_MODIFY = 2,
-  QUERY_VERB_SYNCH = 3,
-  QUERY_VERB_UPDATE = 4,
-  QUERY_VERB_COMMIT = 5,
+  QUERY_VERB_REQUEST = 0,  // REQUEST
+  QUERY_VERB_ADVISE = 1,   // ADVISE
+  QUERY_VERB_MODIFY = 2,   // MODIFY
+  QUERY_VERB_SYNCH = 3,    // SYNCH
+  QUERY_VERB_UPDATE = 4,   // UPDATE
+  QUERY_VERB_COMMIT = 5,   // COMMIT
 };
 
 // The kind of a chart, as QUERY_INFO::dwChartKind holds it.
 enum QUERY_CHART_KIND : std::uint32_t {
-  QUERY_CHART_NONE = 0,
-  QUERY_CHART_TICK = 1,
-  QUERY_CHART_BAR = 2,
-  QUERY_CHART_ANALYSIS = 3,
-  QUERY_CHART_VOLUME = 4,
-  QUERY_CHART_OPTION = 5,
-  QUERY_CHART_CCA = 6,
-  QUERY_CHART_CONVERSION = 7,
-  QUERY_CHART_PRICE = 8,
+  QUERY_CHART_NONE = 0,        // no chart was asked for
+  QUERY_CHART_TICK = 1,        // TICKCHART: a point for so many ticks
+  QUERY_CHART_BAR = 2,         // BARCHART: a point for a span of time
+  QUERY_CHART_ANALYSIS = 3,    // ANALYSIS
+  QUERY_CHART_VOLUME = 4,      // VOLUMECHART: a point for so much volume
+  QUERY_CHART_OPTION = 5,      // OPTIONCHART
+  QUERY_CHART_CCA = 6,         // CCACHART
+  QUERY_CHART_CONVERSION = 7,  // CONVERSIONCHART
+  QUERY_CHART_PRICE = 8,       // PRICECHART
 };
 
 // The operator of a condition, as QUERY_CONDITION::dwOperator holds it.
 enum QUERY_OPERATOR : std::uint32_t {
-  QUERY_OPERATOR_EQUAL = 0,
-  QUERY_OPERATOR_NOT_EQUAL = 1,
-  QUERY_OPERATOR_GREATER = 2,
+  QUERY_OPERATOR_EQUAL = 0,      // "="
+  QUERY_OPERATOR_NOT_EQUAL = 1,  // "<>" or "!="
+  QUERY_OPERATOR_GREATER = 2,    // ">"
 };
 
 #pragma pack(push, 1)
@@ -79,8 +79,8 @@ enum QUERY_OPERATOR : std::uint32_t {
 // How wide a point of the chart is: by time, or the count of a tick or a volume chart. Which of the
 // two it is follows from the kind of the chart.
 union QUERY_CHART_SIZE {
-  ZRGS_RESOLUTION resolution;
-  std::uint32_t dwCount;
+  ZRGS_RESOLUTION resolution;  // of all charts but those two
+  std::uint32_t dwCount;       // of a tick or a volume chart
 };
 
 // One WHERE condition.
@@ -98,20 +98,21 @@ struct QUERY_INFO {
   std::int32_t bHasChart;         // 1 once a whole chart clause was read, else 0
   std::uint32_t dwChartKind;      // a QUERY_CHART_KIND; set by the chart's first word alone
   std::uint16_t wPrimaryField;    // the id of the field that the chart shows
-  QUERY_CHART_SIZE chartSize;
-  float fAnalysisValue;  // the parameters of an analysis chart
+  QUERY_CHART_SIZE chartSize;     // how wide its points are
+  // The parameters of an analysis chart.
+  float fAnalysisValue;
   std::int32_t dwAnalysisParam1;
   std::int32_t dwAnalysisParam2;
-  std::uint16_t wAnalysisType;  // 600 to 606 in an analysis chart that was read whole
-  std::uint16_t wSnapShotFields[10];
-  std::uint32_t dwSnapShotCount;
-  std::uint32_t dwGroupByID;         // 0 means no group
-  std::uint32_t dwGroupByList[100];  // the transaction numbers of the group
-  std::int16_t wGroupBySize;         // how many of them
-  std::uint16_t wWhatFields[100];
-  std::uint32_t dwWhatCount;
-  QUERY_CONDITION conditions[20];  // in text order
-  std::uint32_t dwConditionCount;
+  std::uint16_t wAnalysisType;        // 600 to 606 in an analysis chart that was read whole
+  std::uint16_t wSnapShotFields[10];  // the ids of the chart's snapshot list
+  std::uint32_t dwSnapShotCount;      // how many of them
+  std::uint32_t dwGroupByID;          // 0 means no group
+  std::uint32_t dwGroupByList[100];   // the transaction numbers of the group
+  std::int16_t wGroupBySize;          // how many of them
+  std::uint16_t wWhatFields[100];     // the ids of the WHAT list, in text order
+  std::uint32_t dwWhatCount;          // how many of them
+  QUERY_CONDITION conditions[20];     // in text order
+  std::uint32_t dwConditionCount;     // how many of them
 };
 
 #pragma pack(pop)

@@ -15,6 +15,7 @@ enum class QueryStage : std::uint8_t {
   Class,     // a good request, but the class of its source refuses it
 };
 
+// The rules, by the stage at which they are looked at.
 enum class QueryRule : std::uint8_t {
   None,  // nothing was refused
 

@@ -21,6 +21,7 @@
 
 // ---- TIME: the server's date and time ----
 
+// Which of date and time are asked for.
 class PXDUTIL_API CZRGSClientTIMEQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where 280 (the date) or 281 (the time) is asked for, else 0.
@@ -31,11 +32,13 @@ class PXDUTIL_API CZRGSClientTIMEQueryWHATClause : public CZRGSClientQueryWHATCl
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 };
 
+// Whose time. Each accessor names the field of the condition that sets it.
 class PXDUTIL_API CZRGSClientTIMEQueryWHEREClause {
  public:
   // 1, or 0 where a condition is on another field than 207, 297 or 298. Any verb is taken.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
   // 207
   bool GetDataSource(unsigned char& out) const {
@@ -52,6 +55,7 @@ class PXDUTIL_API CZRGSClientTIMEQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value and marks it as given.
   void SetDataSource(unsigned char value) { m_given.Keep(Bit::kDataSource, m_dataSource, value); }
   void SetExchangeTimeZone(unsigned short value) {
     m_given.Keep(Bit::kExchangeTimeZone, m_exchangeTimeZone, value);
@@ -73,6 +77,7 @@ class PXDUTIL_API CZRGSClientTIMEQuery {
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientTIMEQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientTIMEQueryWHEREClause* GetWHEREClause() const { return &m_where; }
@@ -86,6 +91,7 @@ class PXDUTIL_API CZRGSClientTIMEQuery {
 
 // ---- SERVER_INFO: what the server is and has ----
 
+// What is asked of the server.
 class PXDUTIL_API CZRGSClientSERVERINFOQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where 207 or 208 is asked for, else 0.
@@ -96,11 +102,13 @@ class PXDUTIL_API CZRGSClientSERVERINFOQueryWHATClause : public CZRGSClientQuery
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 };
 
+// There is one server: a condition is refused.
 class PXDUTIL_API CZRGSClientSERVERINFOQueryWHEREClause {
  public:
   // 1 where there is no condition at all, else 0. Any verb is taken.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
 
  protected:
@@ -111,11 +119,13 @@ class PXDUTIL_API CZRGSClientSERVERINFOQueryWHEREClause {
   bool m_isAdvise = false;
 };
 
+// Asks the server what it is and has.
 class PXDUTIL_API CZRGSClientSERVERINFOQuery {
  public:
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientSERVERINFOQueryWHATClause* GetWHATClause() const {
     return &m_what;
@@ -133,6 +143,7 @@ class PXDUTIL_API CZRGSClientSERVERINFOQuery {
 
 // ---- FEED_INFO: what one feed is ----
 
+// What is asked of the feed.
 class PXDUTIL_API CZRGSClientFEEDINFOQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where 210, 211, 227 or 257 is asked for, else 0.
@@ -143,6 +154,7 @@ class PXDUTIL_API CZRGSClientFEEDINFOQueryWHATClause : public CZRGSClientQueryWH
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 };
 
+// Which feed. The accessor names the field of the condition that sets it.
 class PXDUTIL_API CZRGSClientFEEDINFOQueryWHEREClause {
  public:
   // 1 where the verb is REQUEST and the one condition is 207, else 0.
@@ -159,6 +171,7 @@ class PXDUTIL_API CZRGSClientFEEDINFOQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value and marks it as given.
   void SetDataSource(unsigned char value) { m_given.Keep(Bit::kDataSource, m_dataSource, value); }
 
  private:
@@ -170,11 +183,13 @@ class PXDUTIL_API CZRGSClientFEEDINFOQueryWHEREClause {
   pxd::detail::FlagBytes<Bit, 1> m_given;
 };
 
+// Asks what one feed is.
 class PXDUTIL_API CZRGSClientFEEDINFOQuery {
  public:
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientFEEDINFOQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientFEEDINFOQueryWHEREClause* GetWHEREClause() const {
@@ -190,6 +205,7 @@ class PXDUTIL_API CZRGSClientFEEDINFOQuery {
 
 // ---- FEED_STATUS: how a feed, or every feed, fares from now on ----
 
+// What is asked: the status.
 class PXDUTIL_API CZRGSClientFEEDSTATUSQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where 335 is asked for, else 0.
@@ -200,11 +216,13 @@ class PXDUTIL_API CZRGSClientFEEDSTATUSQueryWHATClause : public CZRGSClientQuery
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 };
 
+// Which feed, all where none is named. The accessor names the field of the condition that sets it.
 class PXDUTIL_API CZRGSClientFEEDSTATUSQueryWHEREClause {
  public:
   // 1 where the verb is ADVISE and no condition is on another field than 207, else 0.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
   // 207
   bool GetDataSource(unsigned char& out) const {
@@ -217,6 +235,7 @@ class PXDUTIL_API CZRGSClientFEEDSTATUSQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value and marks it as given.
   void SetDataSource(unsigned char value) { m_given.Keep(Bit::kDataSource, m_dataSource, value); }
   void SetConnect(bool value) { m_connect = value; }
 
@@ -230,11 +249,13 @@ class PXDUTIL_API CZRGSClientFEEDSTATUSQueryWHEREClause {
   bool m_connect = false;
 };
 
+// Asks to be told how a feed, or every feed, fares.
 class PXDUTIL_API CZRGSClientFEEDSTATUSQuery {
  public:
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientFEEDSTATUSQueryWHATClause* GetWHATClause() const {
     return &m_what;
@@ -252,6 +273,7 @@ class PXDUTIL_API CZRGSClientFEEDSTATUSQuery {
 
 // ---- CONNECT_DATAFEED: connects a feed, or cuts it off ----
 
+// Whether to connect or to disconnect.
 class PXDUTIL_API CZRGSClientCONNECTDATAFEEDQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where the list is 340 alone (connect) or 341 alone (disconnect), else 0.
@@ -268,6 +290,7 @@ class PXDUTIL_API CZRGSClientCONNECTDATAFEEDQueryWHATClause : public CZRGSClient
   bool m_connect = false;
 };
 
+// Which feed. The accessor names the field of the condition that sets it.
 class PXDUTIL_API CZRGSClientCONNECTDATAFEEDQueryWHEREClause {
  public:
   // 1 where the verb is REQUEST and no condition is on another field than 207, else 0.
@@ -282,6 +305,7 @@ class PXDUTIL_API CZRGSClientCONNECTDATAFEEDQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value and marks it as given.
   void SetDataSource(unsigned char value) { m_given.Keep(Bit::kDataSource, m_dataSource, value); }
 
  private:
@@ -292,11 +316,13 @@ class PXDUTIL_API CZRGSClientCONNECTDATAFEEDQueryWHEREClause {
   pxd::detail::FlagBytes<Bit, 1> m_given;
 };
 
+// Has a feed connected, or cut off.
 class PXDUTIL_API CZRGSClientCONNECTDATAFEEDQuery {
  public:
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // The clauses, which live as long as this object.
   [[nodiscard]] const CZRGSClientCONNECTDATAFEEDQueryWHATClause* GetWHATClause() const {
     return &m_what;
   }

@@ -22,6 +22,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQuery {
   // weekly and monthly bars can't be sent with empty bars (458).
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientSYMDATAQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientSYMDATAQueryWHEREClause* GetWHEREClause() const {

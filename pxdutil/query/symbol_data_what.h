@@ -23,10 +23,12 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHATClause : public CZRGSClientQueryWHA
     std::uint8_t chartKind = 0;      // a QUERY_CHART_KIND
     std::uint16_t primaryField = 0;  // the field that it shows
     QUERY_CHART_SIZE size = {};      // a count for tick and volume charts, else a resolution
-    float analysisValue = 0;         // of an analysis chart only
+    // The parameters of an analysis chart, and its type, 600 to 606.
+    float analysisValue = 0;
     std::int32_t analysisParam1 = 0;
     std::int32_t analysisParam2 = 0;
     std::uint16_t analysisType = 0;
+    // The ids of the snapshot list.
     CArray<unsigned short, unsigned short> snapshotFields;
   };
 

@@ -25,6 +25,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
  public:
   // Flags and presence of the values that only a chart has.
   enum class ChartBit : std::uint8_t {
+    // Each is that of the accessor of its name.
     kSession,
     kFilterSession,
     kDateOfSessions,
@@ -47,6 +48,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
 
   // The values that only a chart has. The accessors say which of them were given.
   struct CHART_INFO {
+    // What the accessors of their names give.
     ZRGS_SESSION session;
     ZRGS_SESSION filterSession;
     CZRDate dateOfSessions;
@@ -64,6 +66,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
     pxd::detail::FlagBytes<ChartBit, 3> given;
   };
 
+  // A query that joins its group, and has nothing else.
   CZRGSClientSYMDATAQueryWHEREClause() { m_given.Set(Bit::kGroupByAdd); }
   CZRGSClientSYMDATAQueryWHEREClause(const CZRGSClientSYMDATAQueryWHEREClause&) = default;
   CZRGSClientSYMDATAQueryWHEREClause& operator=(const CZRGSClientSYMDATAQueryWHEREClause&) =
@@ -78,9 +81,11 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
   // again.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE, MODIFY or SYNCH.
   [[nodiscard]] bool IsAdvise() const { return m_given.Has(Bit::kAdvise); }
   [[nodiscard]] bool IsModify() const { return m_given.Has(Bit::kModify); }
   [[nodiscard]] bool IsSynch() const { return m_given.Has(Bit::kSynch); }
+  // Has the query taken as one of the verb ADVISE, or not.
   void SetAdvise(bool value) { m_given.Set(Bit::kAdvise, value); }
 
   // ---- The symbol ----
@@ -153,6 +158,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
 
   // ---- The group that the query joins or leaves ----
 
+  // Whether the query names a group.
   [[nodiscard]] bool HasGroupByInfo() const { return m_group.Get() != nullptr; }
   // The id, the transaction numbers and how many those are, 0 to 100; 0 or null without a group.
   [[nodiscard]] unsigned long GetGroupByID() const;
@@ -246,6 +252,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
   friend struct pxd::detail::QueryBuilder;
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
+  // Each stores the value and marks it as given.
   void SetDataSource(unsigned char value) { m_given.Keep(Bit::kDataSource, m_dataSource, value); }
   void SetCategory(unsigned char value) { m_given.Keep(Bit::kCategory, m_category, value); }
   void SetSymbol(const char* text);
@@ -279,6 +286,7 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
   void SetECNOrderLevels(unsigned long value) { pxd::detail::Store(m_ecnOrderLevels, value); }
   void SetGroupByAdd(bool value) { m_given.Set(Bit::kGroupByAdd, value); }
 
+  // Each stores the value in the chart and marks it as given; before Create they do nothing.
   void SetSession(const ZRGS_SESSION& session) {
     KeepOfChart(ChartBit::kSession, &CHART_INFO::session, session);
   }

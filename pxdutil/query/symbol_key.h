@@ -13,10 +13,10 @@
 #include <pxdutil/foundation/export.h>
 
 struct PXDUTIL_API SYMBOL_KEY {
-  std::uint8_t dataSource = 0;
-  std::uint8_t category = 0;
-  std::uint16_t exchange = 0;
-  std::string symbol;
+  std::uint8_t dataSource = 0;  // the feed, as condition 207 names it
+  std::uint8_t category = 0;    // the kind of symbol, as condition 190 names it
+  std::uint16_t exchange = 0;   // the code of the exchange
+  std::string symbol;           // the symbol's name
 
   // 1 where all four are equal, else 0; and the opposite.
   int operator==(const SYMBOL_KEY& other) const;

@@ -21,6 +21,7 @@
 #include <pxdutil/query/what_clause.h>
 #include <pxdutil/sessions/date_time.h>
 
+// The fields that are asked for of each symbol.
 class PXDUTIL_API CZRGSClientSYMLISTQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 where any field is asked for, else 0.
@@ -44,6 +45,7 @@ class PXDUTIL_API CZRGSClientSYMLISTQueryWHEREClause {
   // on the symbol list type.
   [[nodiscard]] bool IsQueryValid() const;
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
 
   // ---- Symbols by their own marks ----
@@ -358,6 +360,7 @@ class PXDUTIL_API CZRGSClientSYMLISTQuery {
   // 364 is asked for; else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientSYMLISTQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientSYMLISTQueryWHEREClause* GetWHEREClause() const {

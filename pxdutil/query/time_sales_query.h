@@ -20,6 +20,7 @@
 #include <pxdutil/query/what_clause.h>
 #include <pxdutil/sessions/date_time.h>
 
+// The fields that are asked for of each tick.
 class PXDUTIL_API CZRGSClientTimeSalesQueryWHATClause : public CZRGSClientQueryWHATClause {
  public:
   // 1 for every list, an empty one too.
@@ -52,6 +53,7 @@ class PXDUTIL_API CZRGSClientTimeSalesQueryWHEREClause {
   // date or time counts as not given. A second Create keeps what the first one found.
   int Create(const QUERY_INFO& info) { return Fill(info, nullptr) ? 1 : 0; }
 
+  // Whether the verb is ADVISE.
   [[nodiscard]] bool IsAdvise() const { return m_isAdvise; }
 
   // 190
@@ -190,6 +192,7 @@ class PXDUTIL_API CZRGSClientTimeSalesQuery {
   // 1 where both clauses take the query, else 0.
   int Create(const QUERY_INFO& info);
 
+  // Whether the verb is ADVISE; and the clauses, which live as long as this object.
   [[nodiscard]] bool IsAdvise() const { return m_where.IsAdvise(); }
   [[nodiscard]] const CZRGSClientTimeSalesQueryWHATClause* GetWHATClause() const { return &m_what; }
   [[nodiscard]] const CZRGSClientTimeSalesQueryWHEREClause* GetWHEREClause() const {
