@@ -7,6 +7,7 @@ import shutil
 import tempfile
 import unittest
 
+import comments
 import floors
 import headers
 import registered
@@ -176,6 +177,85 @@ class Headers(CheckTest):
         self.write_header("b", "", guard="A")
         self.write_umbrella("a", "b")
         self.assert_finds(headers.check(self.root, self.compiler), "has the guard of")
+
+
+class Comments(CheckTest):
+    def check_header(self, text):
+        self.write("pxdutil/quotes/a.h", "// Nothing much.\n#ifndef A_H\n#define A_H\n\n" + text)
+        return comments.check(self.root)
+
+    def test_told_above_in_a_group_and_behind(self):
+        self.assert_clean(
+            self.check_header(
+                "// What it does.\nvoid f(int);\nvoid g();\n"
+                "inline constexpr int kA = 1;  // the first\n"
+                "inline constexpr int kB = 2;  // the second,\n"
+                "                              // which goes on here\n"
+            )
+        )
+
+    def test_every_kind_of_declaration_is_found(self):
+        for text, what in [
+            ("void f(std::vector<int> v = {1});", "function f"),
+            ("template <class T, class U = std::vector<T>>\nT f(U u) { return u; }", "function f"),
+            ("inline constexpr int k[2] = {1, 2};", "variable k"),
+            ("inline constexpr std::array<int, 2> k{1, 2};", "variable k"),
+            ("using A = int;", "alias A"),
+            ("enum A : int { x };", "enum A"),
+            ("#define A 1", "macro A"),
+            ("#define A(x) \\\n  f(x)", "macro A"),
+            ("class API A final : public B {};", "class A"),
+            ("namespace n {\nvoid f();\n}", "function n::f"),
+            ("bool operator==(const A&, const A&);", "function operator=="),
+        ]:
+            with self.subTest(text):
+                found = [one for one in self.check_header(text + "\n")[0] if what + " has" in one]
+                self.assertEqual(len(found), 1)
+
+    def test_members_and_enumerators_need_their_own(self):
+        self.assert_finds(
+            self.check_header("// A.\nstruct A {\n  // x.\n  int x : 3;\n\n  int y = 0;\n};\n"),
+            "pxdutil/quotes/a.h:10: variable A::y has no comment",
+        )
+        self.assert_finds(
+            self.check_header("// A.\nenum class A {\n  x,  // first\n  y,\n};\n"), "enumerator A::y"
+        )
+        self.assert_clean(self.check_header("// A: x or y.\nenum A { x, y };\n"))
+
+    def test_a_blank_line_ends_a_group(self):
+        self.assert_finds(self.check_header("// f.\nvoid f();\n\nvoid g();\n"), "function g")
+
+    def test_a_comment_behind_is_for_its_own_line(self):
+        self.assert_finds(self.check_header("int a;  // a\nint b;\n"), "variable b")
+
+    def test_the_first_paragraph_introduces_classes(self):
+        self.assert_clean(self.introduced("A and B: both."))
+        self.assert_finds(self.introduced("A: one.\n//\n// B comes later."), "class B")
+
+    def introduced(self, words):
+        self.write("pxdutil/quotes/a.h", f"// {words}\n\nclass A {{}};\n\nclass B {{}};\n")
+        return comments.check(self.root)
+
+    def test_what_nobody_can_reach_needs_none(self):
+        self.assert_clean(
+            self.check_header(
+                "// A.\nclass A : public C {\n  int x;\n\n public:\n  ~A();\n"
+                "  A(const A&) = delete;\n\n  void f() const override { x = 1; }\n\n"
+                "  void g(pxd::detail::T);\n\n private:\n  void h();\n};\n"
+                "namespace pxd::detail {\nvoid f();\n}\nclass D;\nvoid A::h() {}\n"
+            )
+        )
+        self.assert_finds(
+            self.check_header("// A.\nclass A {\n protected:\n  void f();\n};\n"), "A::f"
+        )
+
+    def test_a_body_hides_what_stands_in_it(self):
+        self.assert_clean(
+            self.check_header(
+                "// A.\nstruct A {\n  // Makes one.\n  A() : x{1}, y(2) { int z = 0; }\n"
+                "  int x;\n  int y;\n};\n"
+            )
+        )
 
 
 class Registered(CheckTest):
