@@ -1,4 +1,4 @@
-// A host in sixty lines of code: quotes come in, bars that close where the market closes go to a
+// A small host: quotes come in, bars that close where the market closes go to a
 // file, and the file is read back.
 //
 // Of the feed, the first trade comes before the open and the last when even the late prints are
