@@ -50,6 +50,7 @@ class Declaration:
     parent: "Declaration | None" = None
     comment: str = ""  # without the slashes, lines kept
     comment_lines: tuple = ()  # the lines on which it stands
+    lines_behind: tuple = ()  # those of a comment behind code, which may come to one above
     placed: str = ""  # above, group, behind or parent; empty where there is none
 
     @property
@@ -67,9 +68,12 @@ class Declaration:
 
 def _tokens(text):
     found = []
+    line, line_start, seen = 1, 0, 0
     for match in _TOKEN.finditer(text):
-        line_start = text.rfind("\n", 0, match.start()) + 1
-        line = text.count("\n", 0, match.start()) + 1
+        if newlines := text.count("\n", seen, match.start()):
+            line += newlines
+            line_start = text.rfind("\n", seen, match.start()) + 1
+        seen = match.start()
         found.append(Token(match.lastgroup, match[0], line, match.start() - line_start))
     return found
 
@@ -337,6 +341,7 @@ def _give_comments(text, declared, comments, directives):
                 while line + 1 in behind and not lines[line][: behind[line + 1].column].strip():
                     line += 1
                     own.append(line)
+        one.lines_behind = tuple(dict.fromkeys(own))
         on_one_line = one.parent is not None and one.parent.end == one.parent.line
         if above in alone:
             first = above
@@ -347,7 +352,7 @@ def _give_comments(text, declared, comments, directives):
             one.comment = "\n".join(_stripped(lines[line - 1]) for line in one.comment_lines)
         elif own and not (one.kind == "class" and one.end != one.line):
             one.placed = "behind"
-            one.comment_lines = tuple(dict.fromkeys(own))
+            one.comment_lines = one.lines_behind
             one.comment = "\n".join(_stripped(behind[line].text) for line in one.comment_lines)
         elif one.kind == "enumerator" and on_one_line and one.parent.comment:
             one.placed = "parent"

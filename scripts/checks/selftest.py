@@ -4,6 +4,7 @@
 import os
 import pathlib
 import shutil
+import sys
 import tempfile
 import unittest
 
@@ -14,6 +15,10 @@ import registered
 import sources
 import tree
 import words
+
+sys.path.append(str(tree.ROOT / "scripts"))
+import doxygen_filter  # noqa: E402
+import guide_program  # noqa: E402
 
 GUARDED = "#ifndef {0}\n#define {0}\n{1}\n#endif\n"
 
@@ -254,6 +259,38 @@ class Comments(CheckTest):
             self.check_header(
                 "// A.\nstruct A {\n  // Makes one.\n  A() : x{1}, y(2) { int z = 0; }\n"
                 "  int x;\n  int y;\n};\n"
+            )
+        )
+
+
+class Site(unittest.TestCase):
+    HEADER = (
+        "// A: one <thing>.\n//\n//   A a;\n#ifndef A_H\n#define A_H\n\nclass A {\n public:\n"
+        "  // Sums.\n  int f();\n  int g();\n  int x = 0;  // at % first\n};\n\n#endif\n"
+    )
+
+    def setUp(self):
+        self.lines = doxygen_filter.filtered(self.HEADER).split("\n")
+
+    def test_every_declaration_stays_on_its_line(self):
+        for ours, theirs in zip(self.HEADER.split("\n"), self.lines, strict=True):
+            self.assertIn(ours.partition("//")[0].strip(), theirs)
+
+    def test_comments_become_doxygens(self):
+        self.assertEqual(self.lines[0], "/// @opening A: one \\<thing\\>.")
+        self.assertEqual(self.lines[2], "///        A a;")
+        self.assertEqual(self.lines[6], "/** One \\<thing\\>. */ class A {")
+        self.assertEqual(self.lines[8], "  /// Sums.")
+        self.assertEqual(self.lines[10], "  /** Sums. */ int g();")
+        self.assertEqual(self.lines[11], "  int x = 0;  ///< at \\% first")
+
+    def test_a_guide_is_one_program(self):
+        guide = "# G\n```cpp\nint x = 1;\n```\n```text\n1\n```\n```cpp\nstruct S {};\n```\n"
+        program, output = guide_program.program_and_output(guide, "g.md")
+        self.assertEqual(output, "1\n")
+        self.assertTrue(
+            program.endswith(
+                '#line 9 "g.md"\nstruct S {};\nint main() {\n#line 3 "g.md"\nint x = 1;\n}\n'
             )
         )
 
