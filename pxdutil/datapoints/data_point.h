@@ -77,11 +77,12 @@ class PXDUTIL_API CDPDataPt : public CObject {
   // The column's value and description in one step.
   virtual void GetDPValueInfoForColEx(unsigned int col, CField& field, CDPValueInfo& info,
                                       CDPValue& value) const;
-  // Reads or writes the value of a column, through the member of CDPValue that goes with its kind.
+  // The value of a column, in the member of CDPValue that goes with its kind.
   virtual void GetDPValueForCol(unsigned int col, CDPValue& value) const = 0;
   // The forms with a selector, the unit code of the bar's resolution, matter to classes that hold a
   // second, running daily record.
   virtual void GetDPValueForColEx(unsigned int col, CDPValue& value, unsigned char selector) const;
+  // Writes the value of a column from that member; and the same with a selector.
   virtual void SetDPValueForCol(unsigned int col, CDPValue& value) = 0;
   virtual void SetDPValueForColEx(unsigned int col, CDPValue& value, unsigned char selector);
   // Clears the running daily record of classes that hold one.
@@ -93,7 +94,7 @@ class PXDUTIL_API CDPDataPt : public CObject {
   virtual CString GetStringValForCol(unsigned int col) = 0;
   // Text that isn't a number stores 0.
   virtual void SetStringValForCol(unsigned int col, CString text) = 0;
-  // 0.0, and nothing, in classes without columns for doubles.
+  // Reads or writes a column as a double; 0.0, and nothing, in classes without columns for doubles.
   [[nodiscard]] virtual double GetDoubleValForCol(unsigned int col) const;
   virtual void SetDoubleValForCol(unsigned int col, double value);
   // The date and time as one value.

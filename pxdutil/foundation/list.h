@@ -71,6 +71,7 @@ class CList : public CObject {
 
   // The block size is a hint of the framework's and changes nothing here.
   explicit CList(std::ptrdiff_t blockSize = 10) { static_cast<void>(blockSize); }
+  // Copies the elements; places in the other list stay in that.
   CList(const CList& other) : CObject(other) { Append(other); }
   CList& operator=(const CList& other) {
     if (this != &other) {

@@ -118,6 +118,7 @@ class PXDUTIL_API CHistorySettings : public CObject {
   CHistorySettings(const CHistorySettings& other);
   CHistorySettings& operator=(const CHistorySettings& other);
   ~CHistorySettings() override = default;
+  // The 241 bytes as they stand.
   operator ZRGS_HISTORY_SETTINGS() const { return m_HS; }
 
   // The number of lines in use, 0 to 30.

@@ -34,6 +34,7 @@ class PXDUTIL_API CZRGSQuoteNotification {
  public:
   // With a `createQuote` other than 0 makes an empty quote and owns it; with 0 the quote is null.
   explicit CZRGSQuoteNotification(int createQuote);
+  // Points to the same thing and never owns it; assignment first frees what this one owned.
   CZRGSQuoteNotification(const CZRGSQuoteNotification& other);
   CZRGSQuoteNotification& operator=(const CZRGSQuoteNotification& other);
   ~CZRGSQuoteNotification();
@@ -73,6 +74,7 @@ class PXDUTIL_API CZRGSNewsNotification {
   // As SetNotification.
   CZRGSNewsNotification(unsigned long transactionID, unsigned long userData, unsigned char type,
                         CZRGSNews* news);
+  // Points to the same thing and never owns it; assignment first frees what this one owned.
   CZRGSNewsNotification(const CZRGSNewsNotification& other);
   CZRGSNewsNotification& operator=(const CZRGSNewsNotification& other);
   virtual ~CZRGSNewsNotification();
@@ -137,6 +139,7 @@ class PXDUTIL_API CZRGSHistoryDownloadNotification {
   // With a `createQuote` other than 0 makes an empty quote and owns it; with 0 the quote is null.
   // The status is zeros.
   explicit CZRGSHistoryDownloadNotification(int createQuote);
+  // Points to the same thing and never owns it; assignment first frees what this one owned.
   CZRGSHistoryDownloadNotification(const CZRGSHistoryDownloadNotification& other);
   CZRGSHistoryDownloadNotification& operator=(const CZRGSHistoryDownloadNotification& other);
   ~CZRGSHistoryDownloadNotification();

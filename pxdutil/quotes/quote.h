@@ -148,6 +148,7 @@ class PXDUTIL_API CZRGSQuote {
   // `size` bytes as they stand.
   int AddFieldString(unsigned char status, unsigned short id, const char* text,
                      unsigned short size);
+  // The value as it is, in the type that the name says.
   int AddFieldDouble(unsigned char status, unsigned short id, double value);
   int AddFieldFloat(unsigned char status, unsigned short id, float value);
   int AddFieldLong(unsigned char status, unsigned short id, long value);
@@ -171,6 +172,8 @@ class PXDUTIL_API CZRGSQuote {
   int GetFieldData(unsigned short id, double& value) const;
   // The record count of the field that stands first, 0 for an empty quote.
   [[nodiscard]] unsigned long GetRecords() const;
+  // The field's status, with the date and the time of the quote; all 0 where there is no such
+  // field.
   [[nodiscard]] ZRGS_FIELD_INFO GetFieldInfo(unsigned short id) const;
   [[nodiscard]] ZRGS_FIELD_INFO GetFieldInfo(const ZRGS_QUOTE_FIELD* field) const;
   // Sorts `ids` into the nodes found and the ids missing. Both arrays must have room for `count`.

@@ -38,9 +38,11 @@ class PXDUTIL_API CZRGSTransaction : public CObject {
  protected:
   // How many entries of this transaction wait in the host's queue.
   [[nodiscard]] unsigned long GetNumEntriesInQueue() const { return m_dwNumEntriesInQueue; }
+  // Counts one entry more.
   void OnProduceOneEntryInQueue() { ++m_dwNumEntriesInQueue; }
-  // Has no floor: at 0 the count wraps to 4294967295.
+  // Counts one entry less. Has no floor: at 0 the count wraps to 4294967295.
   void OnConsumOneEntryInQueue() { --m_dwNumEntriesInQueue; }
+  // Sets the count to 0.
   void ResetNumEntriesInQueue() { m_dwNumEntriesInQueue = 0; }
 
  private:

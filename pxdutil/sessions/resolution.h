@@ -69,6 +69,7 @@ class PXDUTIL_API CResoln {
 
   // Takes the quantity; 0 becomes 1.
   constexpr void SetResolnQty(unsigned short qty) { m_resolution.wQuantity = qty != 0 ? qty : 1; }
+  // The quantity as it stands, so 0 where it was never set.
   [[nodiscard]] constexpr unsigned short GetResolnQty() const { return m_resolution.wQuantity; }
 
   // The unit's name in the singular ("Minute"); empty for code 8 and for codes that are no unit.
