@@ -1,7 +1,6 @@
 // pxd adjust: a stored series restated after a split, a distribution or a change of scale.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -58,6 +57,16 @@ struct TargetWord {
 };
 constexpr std::array<TargetWord, 3> kTargets = {
     {{"prices", AdjustPrices}, {"volumes", AdjustVolumes}, {"openint", AdjustOpenInt}}};
+
+template <class Rows>
+std::vector<std::string> WordsOf(const Rows& rows) {
+  std::vector<std::string> words;
+  words.reserve(rows.size());
+  for (const auto& row : rows) {
+    words.emplace_back(row.word);
+  }
+  return words;
+}
 
 template <class Rows>
 const typename Rows::value_type& RowOf(const Rows& rows, const std::string& option,
@@ -193,35 +202,56 @@ void RunAdjust(const AdjustSettings& settings) {
 
 }  // namespace
 
-void AddAdjustCommand(CLI::App& app, int&) {
+Command AdjustCommand() {
   auto settings = std::make_shared<AdjustSettings>();
-  CLI::App* command = app.add_subcommand("adjust", "Restate a stored series after a split");
-  command->footer(
-      "\n--split 2:1, two new shares for one old, divides prices by 2 and multiplies volumes by\n"
-      "2; 1:10 is a reverse split. Bars and one-tick series adjust prices and volumes, daily and\n"
-      "longer bars their open interest too; tick counts never change, nor do points that are null\n"
-      "or marked as deleted. The result takes its place only when all of it has been written.");
-  command->add_option("FILE", settings->file, "The stored series")->required();
-  AddSeriesOptions(*command, settings->series);
-  CLI::Option* split =
-      command->add_option("--split", settings->split, "Restate for a split of NEW:OLD shares")
-          ->type_name("NEW:OLD");
-  command
-      ->add_option("--operation", settings->operation,
-                   "Or one step: add, subtract, multiply, divide or reciprocal")
-      ->excludes(split)
-      ->type_name("NAME");
-  command
-      ->add_option("--factor", settings->factor, "What --operation adds, multiplies by and so on")
-      ->excludes(split)
-      ->type_name("NUMBER");
-  command->add_option("--target", settings->target, "What it changes: prices, volumes or openint")
-      ->excludes(split)
-      ->type_name("NAME");
-  command->add_option("-o,--output", settings->output, "Write the result to this file")
-      ->type_name("FILE");
-  command->add_flag("--in-place", settings->inPlace, "Replace FILE by the result");
-  command->callback([settings] { RunAdjust(*settings); });
+  return {
+      .name = "adjust",
+      .summary = "Restate a stored series after a split",
+      .notes =
+          "--split 2:1, two new shares for one old, divides prices by 2 and multiplies volumes by\n"
+          "2; 1:10 is a reverse split. Bars and one-tick series adjust prices and volumes, daily "
+          "and\n"
+          "longer bars their open interest too; tick counts never change, nor do points that are "
+          "null\n"
+          "or marked as deleted. The result takes its place only when all of it has been written.",
+      .options = {SeriesFile(settings->file),
+                  SeriesResolution(settings->series),
+                  SeriesField(settings->series),
+                  {.names = "--split",
+                   .target = &settings->split,
+                   .help = "Restate for a split of NEW:OLD shares",
+                   .valueName = "NEW:OLD"},
+                  {.names = "--operation",
+                   .target = &settings->operation,
+                   .help = "Or one step: add, subtract, multiply, divide or reciprocal",
+                   .valueName = "NAME",
+                   .excludes = "--split",
+                   .words = WordsOf(kOperations)},
+                  {.names = "--factor",
+                   .target = &settings->factor,
+                   .help = "What --operation adds, multiplies by and so on",
+                   .valueName = "NUMBER",
+                   .excludes = "--split"},
+                  {.names = "--target",
+                   .target = &settings->target,
+                   .help = "What it changes: prices, volumes or openint",
+                   .valueName = "NAME",
+                   .excludes = "--split",
+                   .words = WordsOf(kTargets)},
+                  {.names = "-o,--output",
+                   .target = &settings->output,
+                   .help = "Write the result to this file",
+                   .valueName = "FILE",
+                   .takesFile = true},
+                  {.names = "--in-place",
+                   .target = &settings->inPlace,
+                   .help = "Replace FILE by the result"}},
+      .run =
+          [settings] {
+            RunAdjust(*settings);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

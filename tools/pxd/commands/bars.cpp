@@ -1,7 +1,6 @@
 // pxd bars: trades in, bars out.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <chrono>
 #include <memory>
@@ -22,8 +21,8 @@
 namespace pxd::tool {
 namespace {
 
-constexpr const char* kFooter =
-    "\nTrades: the first line names the columns, in letters of either case: date and time, or one\n"
+constexpr const char* kNotes =
+    "Trades: the first line names the columns, in letters of either case: date and time, or one\n"
     "timestamp (timestamp, datetime, time) such as 2024-03-04T09:31:00.123Z; price, last or "
     "close;\n"
     "volume, size or qty. Fractions of a second are cut. Zones and offsets at the end of a time\n"
@@ -193,37 +192,53 @@ void RunBars(BarsSettings settings) {
 
 }  // namespace
 
-void AddBarsCommand(CLI::App& app, int&) {
+Command BarsCommand() {
   auto settings = std::make_shared<BarsSettings>();
-  CLI::App* command = app.add_subcommand("bars", "Build bars from trades");
-  command->footer(kFooter);
-  command->add_option("TRADES", settings->trades, "CSV file of trades; - is standard input")
-      ->required();
-  command->add_option("--sessions", settings->sessions, "The week of trading sessions, see below")
-      ->required()
-      ->type_name("TEXT");
-  AddSeriesOptions(*command, settings->series);
-  command
-      ->add_option("-o,--output", settings->output,
-                   "Store the bars in this file, for 'pxd show'; nothing is shown then")
-      ->type_name("FILE");
-  command->add_flag("--csv", settings->csv,
-                    "Show the bars as CSV instead of a table, also with -o");
   ColumnNames& columns = settings->reading.columns;
-  const auto column = [command](const char* option, std::string& name, const char* help) {
-    command->add_option(option, name, help)->type_name("NAME");
+  const auto column = [](const char* option, std::string& name, const char* help) {
+    return Option{.names = option, .target = &name, .help = help, .valueName = "NAME"};
   };
-  column("--date", columns.date, "The column of the date");
-  column("--time", columns.time, "The column of the time or timestamp");
-  column("--price", columns.price, "The column of the price");
-  column("--volume", columns.volume, "The column of the volume, or none");
-  command
-      ->add_option("--time-shift", settings->shift,
-                   "Add this to the file's times to get the exchange's, as -05:00")
-      ->type_name("+HH:MM");
-  command->add_flag("--skip-bad", settings->reading.skipBad,
-                    "Count bad rows and go on, instead of stopping");
-  command->callback([settings] { RunBars(*settings); });
+  return {
+      .name = "bars",
+      .summary = "Build bars from trades",
+      .notes = kNotes,
+      .options = {{.names = "TRADES",
+                   .target = &settings->trades,
+                   .help = "CSV file of trades; - is standard input",
+                   .isRequired = true,
+                   .takesFile = true},
+                  {.names = "--sessions",
+                   .target = &settings->sessions,
+                   .help = "The week of trading sessions, see below",
+                   .valueName = "TEXT",
+                   .isRequired = true},
+                  SeriesResolution(settings->series),
+                  SeriesField(settings->series),
+                  {.names = "-o,--output",
+                   .target = &settings->output,
+                   .help = "Store the bars in this file, for 'pxd show'; nothing is shown then",
+                   .valueName = "FILE",
+                   .takesFile = true},
+                  {.names = "--csv",
+                   .target = &settings->csv,
+                   .help = "Show the bars as CSV instead of a table, also with -o"},
+                  column("--date", columns.date, "The column of the date"),
+                  column("--time", columns.time, "The column of the time or timestamp"),
+                  column("--price", columns.price, "The column of the price"),
+                  column("--volume", columns.volume, "The column of the volume, or none"),
+                  {.names = "--time-shift",
+                   .target = &settings->shift,
+                   .help = "Add this to the file's times to get the exchange's, as -05:00",
+                   .valueName = "+HH:MM"},
+                  {.names = "--skip-bad",
+                   .target = &settings->reading.skipBad,
+                   .help = "Count bad rows and go on, instead of stopping"}},
+      .run =
+          [settings] {
+            RunBars(*settings);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

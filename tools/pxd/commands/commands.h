@@ -9,26 +9,22 @@
 #include <pxdutil/sessions/session.h>
 
 #include "../catalogue.h"
-
-namespace CLI {
-class App;
-}
+#include "../program.h"
 
 namespace pxd::tool {
 
-// Each adds its command to the program. The command runs while the arguments are parsed; it throws
-// Failure, or sets `status`. Both arguments must outlive the parsing.
-void AddBarsCommand(CLI::App& app, int& status);
-void AddShowCommand(CLI::App& app, int& status);
-void AddSessionsCommand(CLI::App& app, int& status);
-void AddSampleCommand(CLI::App& app, int& status);
-void AddFieldsCommand(CLI::App& app, int& status);
-void AddSettingsCommand(CLI::App& app, int& status);
-void AddAdjustCommand(CLI::App& app, int& status);
-void AddExportCommand(CLI::App& app, int& status);
-void AddQueryCommand(CLI::App& app, int& status);
-void AddQuoteCommand(CLI::App& app, int& status);
-void AddExchangesCommand(CLI::App& app, int& status);
+// Each with settings of its own, which live as long as what runs it.
+Command BarsCommand();
+Command ShowCommand();
+Command ExportCommand();
+Command AdjustCommand();
+Command SessionsCommand();
+Command FieldsCommand();
+Command SettingsCommand();
+Command QueryCommand();
+Command QuoteCommand();
+Command ExchangesCommand();
+Command SampleCommand();
 
 // The values of options that several commands share; bad usage is thrown as Failure with the name
 // of the option.
@@ -40,7 +36,9 @@ struct SeriesOptions {
   std::string field = "Trade Record";
   std::string resolution;
 };
-void AddSeriesOptions(CLI::App& command, SeriesOptions& options);
+Option SeriesFile(std::string& file);
+Option SeriesResolution(SeriesOptions& options);
+Option SeriesField(SeriesOptions& options);
 CFieldResoln PairOf(const BuiltInCatalogue& catalogue, const SeriesOptions& options);
 
 // Writes the text to standard output.

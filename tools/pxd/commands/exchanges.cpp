@@ -1,7 +1,6 @@
 // pxd exchanges: the table of exchange and country codes.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -47,15 +46,25 @@ void RunExchanges(const std::string& text) {
 
 }  // namespace
 
-void AddExchangesCommand(CLI::App& app, int&) {
+Command ExchangesCommand() {
   auto wanted = std::make_shared<std::string>();
-  CLI::App* command = app.add_subcommand("exchanges", "Show the codes of exchanges and countries");
-  command->footer(
-      "\nCodes up to 46 are countries, 52 to 99 regions, 104 and above exchanges. Two codes stand\n"
-      "there twice; a look-up in the library finds the first.");
-  command->add_option("CODE|NAME", *wanted,
-                      "Those of this code or short name, or else with this in their description");
-  command->callback([wanted] { RunExchanges(*wanted); });
+  return {
+      .name = "exchanges",
+      .summary = "Show the codes of exchanges and countries",
+      .notes =
+          "Codes up to 46 are countries, 52 to 99 regions, 104 and above exchanges. Two codes "
+          "stand\n"
+          "there twice; a look-up in the library finds the first.",
+      .options = {{.names = "CODE|NAME",
+                   .target = wanted.get(),
+                   .help = "Those of this code or short name, or else with this in their "
+                           "description"}},
+      .run =
+          [wanted] {
+            RunExchanges(*wanted);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

@@ -1,7 +1,6 @@
 // pxd export: a stored series for spreadsheets and scripts.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -43,24 +42,37 @@ int RunExport(const ExportSettings& settings) {
 
 }  // namespace
 
-void AddExportCommand(CLI::App& app, int& status) {
+Command ExportCommand() {
   auto settings = std::make_shared<ExportSettings>();
-  CLI::App* command = app.add_subcommand("export", "Write a stored series as CSV or JSON");
-  command->footer(
-      "\nDates and times are in ISO form, and every number has as many digits as bring its float\n"
-      "back to the bit. A file whose length isn't a whole number of records is written up to the\n"
-      "last whole one, with exit status 1.");
-  command->add_option("FILE", settings->file, "The stored series")->required();
-  AddSeriesOptions(*command, settings->series);
-  command->add_option("--to", settings->form, "The form: csv or json")
-      ->required()
-      ->type_name("FORM");
-  command->add_option("-o,--output", settings->output, "Write to this file instead of the screen")
-      ->type_name("FILE");
-  command->add_flag("--old", settings->old,
-                    "The series is in the old format without tick counts; write it taken into the "
-                    "new");
-  command->callback([settings, &status] { status = RunExport(*settings); });
+  return {
+      .name = "export",
+      .summary = "Write a stored series as CSV or JSON",
+      .notes =
+          "Dates and times are in ISO form, and every number has as many digits as bring its "
+          "float\n"
+          "back to the bit. A file whose length isn't a whole number of records is written up to "
+          "the\n"
+          "last whole one, with exit status 1.",
+      .options = {SeriesFile(settings->file),
+                  SeriesResolution(settings->series),
+                  SeriesField(settings->series),
+                  {.names = "--to",
+                   .target = &settings->form,
+                   .help = "The form: csv or json",
+                   .valueName = "FORM",
+                   .isRequired = true,
+                   .words = {"csv", "json"}},
+                  {.names = "-o,--output",
+                   .target = &settings->output,
+                   .help = "Write to this file instead of the screen",
+                   .valueName = "FILE",
+                   .takesFile = true},
+                  {.names = "--old",
+                   .target = &settings->old,
+                   .help = "The series is in the old format without tick counts; write it taken "
+                           "into the new"}},
+      .run = [settings] { return RunExport(*settings); },
+  };
 }
 
 }  // namespace pxd::tool

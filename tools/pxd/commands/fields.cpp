@@ -1,7 +1,6 @@
 // pxd fields: the field catalogue, and the check of a catalogue file.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <string>
@@ -114,31 +113,52 @@ int RunFields(const FieldsSettings& settings) {
 
 }  // namespace
 
-void AddFieldsCommand(CLI::App& app, int& status) {
+Command FieldsCommand() {
   auto settings = std::make_shared<FieldsSettings>();
-  CLI::App* command = app.add_subcommand("fields", "Show the field catalogue, check a file of it");
-  command->footer(
-      "\nFlags: storable, may be the subject of a history setting; snapshot, its current value\n"
-      "belongs in a symbol's snapshot; split, distribution, price multiplier and volume\n"
-      "multiplier, values of the past are restated for these.");
-  auto* what = command->add_option_group("What to show", "All fields, or one of");
-  what->require_option(0, 1);
-  what->add_option("--id", settings->id, "The field of this id")
-      ->check(CLI::NonNegativeNumber.description(""))
-      ->type_name("N");
-  what->add_option("--name", settings->name, "The field of this name, or those with it in theirs")
-      ->type_name("TEXT");
-  what->add_flag("--storable", settings->storable, "The fields whose history may be stored");
-  what->add_option("--resolutions", settings->resolutions,
-                   "The resolutions in which this field, a name or an id, is stored")
-      ->type_name("FIELD");
-  what->add_option("--write", settings->write,
-                   "Write the catalogue file; one that is good already stays as it is")
-      ->type_name("FILE");
-  what->add_option("--check", settings->check, "Say what is wrong with a catalogue file")
-      ->type_name("FILE");
-  command->add_flag("--json", settings->json, "JSON instead of a table");
-  command->callback([settings, &status] { status = RunFields(*settings); });
+  return {
+      .name = "fields",
+      .summary = "Show the field catalogue, check a file of it",
+      .notes =
+          "Flags: storable, may be the subject of a history setting; snapshot, its current value\n"
+          "belongs in a symbol's snapshot; split, distribution, price multiplier and volume\n"
+          "multiplier, values of the past are restated for these.",
+      .options = {{.names = "--json",
+                   .target = &settings->json,
+                   .help = "JSON instead of a table"}},
+      .choice =
+          OptionChoice{
+              .title = "What to show",
+              .help = "All fields, or one of",
+              .options = {{.names = "--id",
+                           .target = &settings->id,
+                           .help = "The field of this id",
+                           .valueName = "N",
+                           .limits = OptionLimits()},
+                          {.names = "--name",
+                           .target = &settings->name,
+                           .help = "The field of this name, or those with it in theirs",
+                           .valueName = "TEXT"},
+                          {.names = "--storable",
+                           .target = &settings->storable,
+                           .help = "The fields whose history may be stored"},
+                          {.names = "--resolutions",
+                           .target = &settings->resolutions,
+                           .help = "The resolutions in which this field, a name or an id, is "
+                                   "stored",
+                           .valueName = "FIELD"},
+                          {.names = "--write",
+                           .target = &settings->write,
+                           .help = "Write the catalogue file; one that is good already stays as it "
+                                   "is",
+                           .valueName = "FILE",
+                           .takesFile = true},
+                          {.names = "--check",
+                           .target = &settings->check,
+                           .help = "Say what is wrong with a catalogue file",
+                           .valueName = "FILE",
+                           .takesFile = true}}},
+      .run = [settings] { return RunFields(*settings); },
+  };
 }
 
 }  // namespace pxd::tool

@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include "../failure.h"
 #include "../resolution_words.h"
 #include "../session_words.h"
@@ -26,16 +24,27 @@ CResoln ResolutionOption(const std::string& text) {
   return resolution;
 }
 
-void AddSeriesOptions(CLI::App& command, SeriesOptions& options) {
-  command
-      .add_option("--resolution", options.resolution,
-                  "The resolution of the series, as \"5 Minutes\" or 5m")
-      ->required()
-      ->type_name("TEXT");
-  command
-      .add_option("--field", options.field,
-                  "The field that is stored, a name or an id ('pxd fields'; Trade Record)")
-      ->type_name("FIELD");
+Option SeriesFile(std::string& file) {
+  return {.names = "FILE",
+          .target = &file,
+          .help = "The stored series",
+          .isRequired = true,
+          .takesFile = true};
+}
+
+Option SeriesResolution(SeriesOptions& options) {
+  return {.names = "--resolution",
+          .target = &options.resolution,
+          .help = "The resolution of the series, as \"5 Minutes\" or 5m",
+          .valueName = "TEXT",
+          .isRequired = true};
+}
+
+Option SeriesField(SeriesOptions& options) {
+  return {.names = "--field",
+          .target = &options.field,
+          .help = "The field that is stored, a name or an id ('pxd fields'; Trade Record)",
+          .valueName = "FIELD"};
 }
 
 CFieldResoln PairOf(const BuiltInCatalogue& catalogue, const SeriesOptions& options) {

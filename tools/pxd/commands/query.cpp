@@ -1,7 +1,6 @@
 // pxd query: a request text taken apart, or why it is none.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -55,19 +54,24 @@ int RunQuery(const QuerySettings& settings) {
 
 }  // namespace
 
-void AddQueryCommand(CLI::App& app, int& status) {
+Command QueryCommand() {
   auto settings = std::make_shared<QuerySettings>();
-  CLI::App* command =
-      app.add_subcommand("query", "Take a query apart, or say what is wrong with it");
-  command->footer(
-      "\nTEXT is a sentence of the query language, such as\n"
-      "  REQUEST 7,10 FROM SYMBOL_DATA WHERE 31=\"ABC\" AND 207=\"1\"\n"
-      "in single quotes for the shell. docs/query-language.md tells of the language. A query that\n"
-      "is refused is shown with a caret under the place, and ends with exit status 1.");
-  command->add_option("TEXT", settings->text, "The query; - reads it from standard input")
-      ->required();
-  command->add_flag("--json", settings->json, "JSON instead of lines");
-  command->callback([settings, &status] { status = RunQuery(*settings); });
+  return {
+      .name = "query",
+      .summary = "Take a query apart, or say what is wrong with it",
+      .notes =
+          "TEXT is a sentence of the query language, such as\n"
+          "  REQUEST 7,10 FROM SYMBOL_DATA WHERE 31=\"ABC\" AND 207=\"1\"\n"
+          "in single quotes for the shell. docs/query-language.md tells of the language. A query "
+          "that\n"
+          "is refused is shown with a caret under the place, and ends with exit status 1.",
+      .options = {{.names = "TEXT",
+                   .target = &settings->text,
+                   .help = "The query; - reads it from standard input",
+                   .isRequired = true},
+                  {.names = "--json", .target = &settings->json, .help = "JSON instead of lines"}},
+      .run = [settings] { return RunQuery(*settings); },
+  };
 }
 
 }  // namespace pxd::tool

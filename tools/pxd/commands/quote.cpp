@@ -1,7 +1,6 @@
 // pxd quote: rows of id, type, status and value as the quote that they make.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <memory>
 #include <string>
@@ -38,18 +37,31 @@ void RunQuote(const std::string& path) {
 
 }  // namespace
 
-void AddQuoteCommand(CLI::App& app, int&) {
+Command QuoteCommand() {
   auto path = std::make_shared<std::string>();
-  CLI::App* command = app.add_subcommand("quote", "Show the quote that rows of fields make");
-  command->footer(
-      "\nA row is id,type,status,value; a first row that begins with \"id\" is a header. An id is "
-      "a\n"
-      "number or a name of the catalogue. Types are time (09:31:12), date (2024-03-04), string,\n"
-      "pieces (12/'a'), double, float, long, ulong, short, ushort, char, byte, stream and "
-      "novalue,\n"
-      "or their codes. A status is 0 to 15.");
-  command->add_option("FILE", *path, "CSV file of rows; - is standard input")->required();
-  command->callback([path] { RunQuote(*path); });
+  return {
+      .name = "quote",
+      .summary = "Show the quote that rows of fields make",
+      .notes =
+          "A row is id,type,status,value; a first row that begins with \"id\" is a header. An id "
+          "is "
+          "a\n"
+          "number or a name of the catalogue. Types are time (09:31:12), date (2024-03-04), "
+          "string,\n"
+          "pieces (12/'a'), double, float, long, ulong, short, ushort, char, byte, stream and "
+          "novalue,\n"
+          "or their codes. A status is 0 to 15.",
+      .options = {{.names = "FILE",
+                   .target = path.get(),
+                   .help = "CSV file of rows; - is standard input",
+                   .isRequired = true,
+                   .takesFile = true}},
+      .run =
+          [path] {
+            RunQuote(*path);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

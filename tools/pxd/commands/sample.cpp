@@ -1,7 +1,6 @@
 // pxd sample: made-up trades to try the other commands on.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -42,23 +41,40 @@ void RunSample(SampleCommandSettings settings) {
 
 }  // namespace
 
-void AddSampleCommand(CLI::App& app, int&) {
+Command SampleCommand() {
   auto settings = std::make_shared<SampleCommandSettings>();
-  CLI::App* command = app.add_subcommand("sample", "Write made-up trades, always the same ones");
-  command->footer(
-      "\nThe trades start on Monday 4 March 2024, those of the overnight market on the evening\n"
-      "before. The same settings give the same bytes on every machine.");
-  command->add_option("-o,--output", settings->output, "Write to this file instead of the screen")
-      ->type_name("FILE");
-  command->add_option("--market", settings->market, "The market: stocks or overnight (stocks)")
-      ->type_name("NAME");
-  command->add_option("--days", settings->sample.days, "How many trading days, 1 to 2500 (5)")
-      ->check(CLI::Range(1U, kMostSampleDays).description(""))
-      ->type_name("N");
-  command->add_option("--seed", settings->sample.seed, "Which of the many possible markets (1)")
-      ->check(CLI::NonNegativeNumber.description(""))
-      ->type_name("N");
-  command->callback([settings] { RunSample(*settings); });
+  return {
+      .name = "sample",
+      .summary = "Write made-up trades, always the same ones",
+      .notes =
+          "The trades start on Monday 4 March 2024, those of the overnight market on the evening\n"
+          "before. The same settings give the same bytes on every machine.",
+      .options = {{.names = "-o,--output",
+                   .target = &settings->output,
+                   .help = "Write to this file instead of the screen",
+                   .valueName = "FILE",
+                   .takesFile = true},
+                  {.names = "--market",
+                   .target = &settings->market,
+                   .help = "The market: stocks or overnight (stocks)",
+                   .valueName = "NAME",
+                   .words = {"stocks", "overnight"}},
+                  {.names = "--days",
+                   .target = &settings->sample.days,
+                   .help = "How many trading days, 1 to 2500 (5)",
+                   .valueName = "N",
+                   .limits = OptionLimits{.least = 1, .most = kMostSampleDays}},
+                  {.names = "--seed",
+                   .target = &settings->sample.seed,
+                   .help = "Which of the many possible markets (1)",
+                   .valueName = "N",
+                   .limits = OptionLimits()}},
+      .run =
+          [settings] {
+            RunSample(*settings);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

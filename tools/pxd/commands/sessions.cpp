@@ -1,7 +1,6 @@
 // pxd sessions: a week of sessions as people read it, and where a moment falls in it.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -101,37 +100,58 @@ void RunSessions(const SessionsSettings& settings) {
 
 }  // namespace
 
-void AddSessionsCommand(CLI::App& app, int&) {
+Command SessionsCommand() {
   auto settings = std::make_shared<SessionsSettings>();
-  CLI::App* command = app.add_subcommand("sessions", "Show and check a week of sessions");
-  command->footer(
-      "\nTEXT is what --sessions of 'pxd bars' takes: \"Mon-Fri 09:30-16:00\", or the machine "
-      "form.\n"
-      "The trading week starts with the session behind the longest gap, the earliest where gaps "
-      "are\n"
-      "equal; where the calendar can't hold that order, with the first one that opens in the week\n"
-      "from Sunday.\n"
-      "\nA year always answers \"fail\", with its open and close where they are known. The next\n"
-      "session is one that opens in this minute at the earliest; one that runs already is passed\n"
-      "over. On Sunday, ahead of the first open, the week's answers are a day early.\n"
-      "\nThe compact form holds one time of the day and some days for the sessions that end a "
-      "trading\n"
-      "day, and one for those that don't; dribble windows have no place in it.");
-  command->add_option("TEXT", settings->text, "The week of sessions")->required();
-  command->add_option("--at", settings->moment, "Tell where this moment falls, for every period")
-      ->type_name("\"YYYY-MM-DD HH:MM[:SS]\"");
-  command
-      ->add_option("--tolerance", settings->tolerance,
-                   "How far off the nearest daily close may be, as 12h (1d)")
-      ->type_name("SPAN");
-  command->add_flag("--uni", settings->compact,
-                    "Also show the compact form, and what is lost in it");
-  command->add_option("--offset", settings->offset, "Move the week by so many minutes")
-      ->check(CLI::Range(-kMostOffset, kMostOffset).description(""))
-      ->type_name("MINUTES");
-  command->add_flag("--make-valid", settings->makeValid,
-                    "Repair sessions whose windows run into the next, and say what was trimmed");
-  command->callback([settings] { RunSessions(*settings); });
+  return {
+      .name = "sessions",
+      .summary = "Show and check a week of sessions",
+      .notes =
+          "TEXT is what --sessions of 'pxd bars' takes: \"Mon-Fri 09:30-16:00\", or the machine "
+          "form.\n"
+          "The trading week starts with the session behind the longest gap, the earliest where "
+          "gaps "
+          "are\n"
+          "equal; where the calendar can't hold that order, with the first one that opens in the "
+          "week\n"
+          "from Sunday.\n"
+          "\nA year always answers \"fail\", with its open and close where they are known. The "
+          "next\n"
+          "session is one that opens in this minute at the earliest; one that runs already is "
+          "passed\n"
+          "over. On Sunday, ahead of the first open, the week's answers are a day early.\n"
+          "\nThe compact form holds one time of the day and some days for the sessions that end a "
+          "trading\n"
+          "day, and one for those that don't; dribble windows have no place in it.",
+      .options =
+          {{.names = "TEXT",
+            .target = &settings->text,
+            .help = "The week of sessions",
+            .isRequired = true},
+           {.names = "--at",
+            .target = &settings->moment,
+            .help = "Tell where this moment falls, for every period",
+            .valueName = "\"YYYY-MM-DD HH:MM[:SS]\""},
+           {.names = "--tolerance",
+            .target = &settings->tolerance,
+            .help = "How far off the nearest daily close may be, as 12h (1d)",
+            .valueName = "SPAN"},
+           {.names = "--uni",
+            .target = &settings->compact,
+            .help = "Also show the compact form, and what is lost in it"},
+           {.names = "--offset",
+            .target = &settings->offset,
+            .help = "Move the week by so many minutes",
+            .valueName = "MINUTES",
+            .limits = OptionLimits{.least = -kMostOffset, .most = kMostOffset}},
+           {.names = "--make-valid",
+            .target = &settings->makeValid,
+            .help = "Repair sessions whose windows run into the next, and say what was trimmed"}},
+      .run =
+          [settings] {
+            RunSessions(*settings);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

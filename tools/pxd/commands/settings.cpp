@@ -1,7 +1,6 @@
 // pxd settings: which fields are kept at which resolutions, checked and shown in every form.
 #include <fmt/format.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
 #include <string>
@@ -96,7 +95,8 @@ void NoteUnstorable(const CHistorySettings& table, const BuiltInCatalogue& catal
                     std::vector<std::string>& notes) {
   for (int i = 0; i < table.GetCount(); ++i) {
     const auto id = table.GetSetting(i).GetFieldResoln().GetField().GetFieldVal();
-    if (const CZRGSFieldInfo* row = catalogue.Find(id); row->GetIsStorable() == 0) {
+    if (const CZRGSFieldInfo* row = catalogue.Find(id);
+        row != nullptr && row->GetIsStorable() == 0) {
       notes.push_back(fmt::format("field {} \"{}\" isn't among those that users may store", id,
                                   row->Description().Str()));
     }
@@ -160,30 +160,41 @@ void RunSettings(const SettingsSettings& settings) {
 
 }  // namespace
 
-void AddSettingsCommand(CLI::App& app, int&) {
+Command SettingsCommand() {
   auto settings = std::make_shared<SettingsSettings>();
-  CLI::App* command = app.add_subcommand("settings", "Check and show history settings");
-  command->footer(
-      "\nTEXT is the machine form that a host stores, lines of id, name, quantity, unit code and\n"
-      "days: \"2:201,Trade Record,1,4,50000;201,Trade Record,5,3,1000\". Unit codes are 1 Tick,\n"
-      "2 Second, 3 Minute, 4 Day, 5 Week, 6 Month and 7 Year. The default lines come first, then\n"
-      "TEXT, then --add; --remove comes last. Of a field and resolution that stands there twice\n"
-      "the larger number of days holds. A table has at most 30 lines.");
-  command->add_option("TEXT", settings->text, "The settings to read");
-  command
-      ->add_option("--default", settings->kind, "Begin with the lines of a kind of symbol, 0 to 8")
-      ->check(CLI::Range(0U, kMostKind).description(""))
-      ->type_name("KIND");
-  command->add_option("--add", settings->add, "Add \"FIELD, RESOLUTION, DAYS\"; may be repeated")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->type_name("TEXT");
-  command
-      ->add_option("--remove", settings->remove, "Leave out \"FIELD, RESOLUTION\"; may be repeated")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->type_name("TEXT");
-  command->callback([settings] { RunSettings(*settings); });
+  return {
+      .name = "settings",
+      .summary = "Check and show history settings",
+      .notes =
+          "TEXT is the machine form that a host stores, lines of id, name, quantity, unit code "
+          "and\n"
+          "days: \"2:201,Trade Record,1,4,50000;201,Trade Record,5,3,1000\". Unit codes are 1 "
+          "Tick,\n"
+          "2 Second, 3 Minute, 4 Day, 5 Week, 6 Month and 7 Year. The default lines come first, "
+          "then\n"
+          "TEXT, then --add; --remove comes last. Of a field and resolution that stands there "
+          "twice\n"
+          "the larger number of days holds. A table has at most 30 lines.",
+      .options = {{.names = "TEXT", .target = &settings->text, .help = "The settings to read"},
+                  {.names = "--default",
+                   .target = &settings->kind,
+                   .help = "Begin with the lines of a kind of symbol, 0 to 8",
+                   .valueName = "KIND",
+                   .limits = OptionLimits{.least = 0, .most = kMostKind}},
+                  {.names = "--add",
+                   .target = &settings->add,
+                   .help = "Add \"FIELD, RESOLUTION, DAYS\"; may be repeated",
+                   .valueName = "TEXT"},
+                  {.names = "--remove",
+                   .target = &settings->remove,
+                   .help = "Leave out \"FIELD, RESOLUTION\"; may be repeated",
+                   .valueName = "TEXT"}},
+      .run =
+          [settings] {
+            RunSettings(*settings);
+            return kExitOk;
+          },
+  };
 }
 
 }  // namespace pxd::tool

@@ -1,5 +1,4 @@
 // pxd show: a stored series as a table or as CSV.
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -28,24 +27,33 @@ int RunShow(const ShowSettings& settings) {
 
 }  // namespace
 
-void AddShowCommand(CLI::App& app, int& status) {
+Command ShowCommand() {
   auto settings = std::make_shared<ShowSettings>();
-  CLI::App* command = app.add_subcommand("show", "Show a stored series");
-  command->footer(
-      "\nA file doesn't say what it holds: give the field and the resolution with which it was\n"
-      "stored. One whose length isn't a whole number of records is shown up to the last whole "
-      "one,\n"
-      "with exit status 1.");
-  command->add_option("FILE", settings->file, "The stored series")->required();
-  AddSeriesOptions(*command, settings->series);
-  command->add_flag(
-      "--old", settings->old,
-      "The series is in the old format without tick counts; show it taken into the new");
-  command->add_flag("--csv", settings->csv, "CSV with every digit instead of a table");
-  command->add_option("--head", settings->head, "Show only the first N records")
-      ->check(CLI::NonNegativeNumber.description(""))
-      ->type_name("N");
-  command->callback([settings, &status] { status = RunShow(*settings); });
+  return {
+      .name = "show",
+      .summary = "Show a stored series",
+      .notes =
+          "A file doesn't say what it holds: give the field and the resolution with which it was\n"
+          "stored. One whose length isn't a whole number of records is shown up to the last whole "
+          "one,\n"
+          "with exit status 1.",
+      .options = {SeriesFile(settings->file),
+                  SeriesResolution(settings->series),
+                  SeriesField(settings->series),
+                  {.names = "--old",
+                   .target = &settings->old,
+                   .help = "The series is in the old format without tick counts; show it taken "
+                           "into the new"},
+                  {.names = "--csv",
+                   .target = &settings->csv,
+                   .help = "CSV with every digit instead of a table"},
+                  {.names = "--head",
+                   .target = &settings->head,
+                   .help = "Show only the first N records",
+                   .valueName = "N",
+                   .limits = OptionLimits()}},
+      .run = [settings] { return RunShow(*settings); },
+  };
 }
 
 }  // namespace pxd::tool
