@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include <pxdutil/datapoints/calculated.h>
+#include <pxdutil/datapoints/detail/visible.h>
 #include <pxdutil/datapoints/records.h>
 
 #pragma pack(push, 1)
@@ -107,7 +108,7 @@ struct PlainColumn {
   CDPDataPt::DataType dataType;
 };
 
-inline constexpr std::array<PlainColumn, 5> kOptDailyColumns = {{
+PXDUTIL_VISIBLE inline constexpr std::array<PlainColumn, 5> kOptDailyColumns = {{
     {"Put Volume", 489, CDPDataPt::DataTypeVolume},
     {"Call Volume", 490, CDPDataPt::DataTypeVolume},
     {"Put Open Int.", 491, CDPDataPt::DataTypeVolume},
@@ -116,7 +117,7 @@ inline constexpr std::array<PlainColumn, 5> kOptDailyColumns = {{
 }};
 
 // "Loosing" is how the column and its catalogue entry are spelled.
-inline constexpr std::array<PlainColumn, 2> kCnvColumns = {{
+PXDUTIL_VISIBLE inline constexpr std::array<PlainColumn, 2> kCnvColumns = {{
     {"Winning", 517, CDPDataPt::DataTypeVolume},
     {"Loosing", 518, CDPDataPt::DataTypeVolume},
 }};

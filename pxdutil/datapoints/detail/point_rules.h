@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <pxdutil/datapoints/detail/visible.h>
+
 namespace pxd::detail {
 
 // What GetStringValForCol answers for a column that doesn't exist.
@@ -61,29 +63,29 @@ inline constexpr AdjustRun kOhlcPrices = {0, 4, Division::kReciprocal};
 inline constexpr AdjustRun kOhlcVolumes = {4, 4, Division::kReciprocal};
 
 // Ticks.
-inline constexpr PointRules kTickRules = {UnknownText::kSaysError,
-                                          FieldMatch::kNever,
-                                          Doubles::kReadsAndWrites,
-                                          VolumeTest::kNone,
-                                          false,
-                                          true,
-                                          false,
-                                          true,
-                                          {kFirstValue, kNoRun, kNoRun},
-                                          {1.0F},
-                                          1};
+PXDUTIL_VISIBLE inline constexpr PointRules kTickRules = {UnknownText::kSaysError,
+                                                          FieldMatch::kNever,
+                                                          Doubles::kReadsAndWrites,
+                                                          VolumeTest::kNone,
+                                                          false,
+                                                          true,
+                                                          false,
+                                                          true,
+                                                          {kFirstValue, kNoRun, kNoRun},
+                                                          {1.0F},
+                                                          1};
 
-inline constexpr PointRules kTradeTickRules = {UnknownText::kSaysError,
-                                               FieldMatch::kNever,
-                                               Doubles::kReadsAndWrites,
-                                               VolumeTest::kSecondColumn,
-                                               false,
-                                               true,
-                                               true,
-                                               false,
-                                               {kFirstValue, kSecondValue, kNoRun},
-                                               {1.0F, 2.0F},
-                                               2};
+PXDUTIL_VISIBLE inline constexpr PointRules kTradeTickRules = {UnknownText::kSaysError,
+                                                               FieldMatch::kNever,
+                                                               Doubles::kReadsAndWrites,
+                                                               VolumeTest::kSecondColumn,
+                                                               false,
+                                                               true,
+                                                               true,
+                                                               false,
+                                                               {kFirstValue, kSecondValue, kNoRun},
+                                                               {1.0F, 2.0F},
+                                                               2};
 
 // Short bars. Their volume is never adjusted, although the trade tick's is.
 constexpr PointRules ShortBar(FieldMatch match, Doubles doubles, VolumeTest volumeTest,
@@ -102,13 +104,13 @@ constexpr PointRules ShortBar(FieldMatch match, Doubles doubles, VolumeTest volu
           dummyCount};
 }
 
-inline constexpr PointRules kCloseRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kCloseRules =
     ShortBar(FieldMatch::kFoundIsOne, Doubles::kNone, VolumeTest::kNone, false, {1.5F}, 1);
-inline constexpr PointRules kCloseVolumeRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kCloseVolumeRules =
     ShortBar(FieldMatch::kFoundIsNil, Doubles::kNone, VolumeTest::kNone, false, {1.5F}, 1);
-inline constexpr PointRules kHighVolumeRules = ShortBar(
+PXDUTIL_VISIBLE inline constexpr PointRules kHighVolumeRules = ShortBar(
     FieldMatch::kFoundIsNil, Doubles::kReads, VolumeTest::kSecondColumn, false, {1.6F, 1001.0F}, 2);
-inline constexpr PointRules kLowVolumeRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kLowVolumeRules =
     ShortBar(FieldMatch::kFoundIsNil, Doubles::kReads, VolumeTest::kSecondColumn, true, {1.5F}, 1);
 
 // OHLC bars.
@@ -131,13 +133,13 @@ inline constexpr std::array<float, 13> kOhlcDummies = {2,    4,  0,  3,  1000, 1
                                                        3300, 10, 11, 12, 33,   1001};
 inline constexpr std::array<float, 13> kOldDummies = {2, 4, 0, 3, 1000, 1100, 1200, 3300, 1001};
 
-inline constexpr PointRules kOhlcRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kOhlcRules =
     OhlcBar(VolumeTest::kFourVolumes, true, kNoRun, kOhlcDummies, 12);
-inline constexpr PointRules kOhlcOpenIntRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kOhlcOpenIntRules =
     OhlcBar(VolumeTest::kFourVolumes, true, {12, 1, Division::kDirect}, kOhlcDummies, 13);
-inline constexpr PointRules kOldOhlcRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kOldOhlcRules =
     OhlcBar(VolumeTest::kNone, false, kNoRun, kOldDummies, 8);
-inline constexpr PointRules kOldOhlcOpenIntRules =
+PXDUTIL_VISIBLE inline constexpr PointRules kOldOhlcOpenIntRules =
     OhlcBar(VolumeTest::kNone, false, {8, 1, Division::kDirect}, kOldDummies, 9);
 
 }  // namespace pxd::detail
