@@ -31,6 +31,13 @@ TEST(Words, SplitKeepsEmptyPartsAndTrims) {
   EXPECT_TRUE(SplitAtBlanks(" \t").empty());
 }
 
+TEST(Words, LinesKeepBlanksAndEmptyLinesButNoEnd) {
+  EXPECT_EQ(Lines("a\n\n  b \n"), (std::vector<std::string_view>{"a", "", "  b "}));
+  EXPECT_EQ(Lines("a\nb"), (std::vector<std::string_view>{"a", "b"}));
+  EXPECT_EQ(Lines("\n"), (std::vector<std::string_view>{""}));
+  EXPECT_TRUE(Lines("").empty());
+}
+
 TEST(Words, WholeNumberTakesDigitsAloneUpToTheMost) {
   EXPECT_EQ(WholeNumber("7", 9U), 7U);
   EXPECT_EQ(WholeNumber("9", 9U), 9U);

@@ -72,11 +72,20 @@ struct Command {
   std::function<int()> run{};
 };
 
+// A section of the manual page that the help has no place for.
+struct ManualSection {
+  std::string title{};
+  std::string text{};
+};
+
 struct Program {
   std::string name{};
   std::string summary{};
   std::string version{};
   std::string notes{};
+  // For the manual page alone, in the form of notes.
+  std::string description{};
+  std::vector<ManualSection> manual{};
   std::vector<Command> commands{};
 };
 

@@ -54,6 +54,16 @@ std::vector<std::string_view> SplitAtBlanks(std::string_view text) {
   return parts;
 }
 
+std::vector<std::string_view> Lines(std::string_view text) {
+  std::vector<std::string_view> lines;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    lines.push_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return lines;
+}
+
 std::string_view TakeWord(std::string_view& text) {
   text = Trim(text);
   const std::size_t end = std::min(text.find_first_of(kBlanks), text.size());

@@ -23,6 +23,9 @@ std::vector<std::string_view> Split(std::string_view text, char separator);
 // The parts between runs of blanks; none is empty.
 std::vector<std::string_view> SplitAtBlanks(std::string_view text);
 
+// The lines of the text, without their ends; one that the text ends with begins no further line.
+std::vector<std::string_view> Lines(std::string_view text);
+
 // Takes the first word off `text`: what stands ahead of a blank.
 std::string_view TakeWord(std::string_view& text);
 
