@@ -11,8 +11,10 @@ import unittest
 import comments
 import floors
 import headers
+import layout
 import registered
 import sources
+import symbols
 import tree
 import words
 
@@ -330,6 +332,78 @@ class Registered(CheckTest):
         self.assert_clean(
             self.check_source("TEST(A, One) {}\n#if X\nTEST(A, Two) {}\n#endif\n", ["A.One"])
         )
+
+
+class Symbols(CheckTest):
+    PUBLIC = {"CFile", "ValueRecord", "CException", "FindExchange"}
+
+    def check_symbols(self, *rows, listed=()):
+        problems, looked_at, _ = symbols.check(rows, listed, self.PUBLIC)
+        return problems, looked_at
+
+    def test_what_is_public_and_listed_passes(self):
+        self.assert_clean(
+            self.check_symbols(
+                ("T", "CFile::Close()", 9),
+                ("V", "vtable for CFile", 64),
+                ("V", "typeinfo for CException*", 8),
+                ("T", "pxd::FindExchange(unsigned short)", 9),
+                listed=[
+                    "CFile::Close()",
+                    "vtable for CFile, 64 bytes",
+                    "typeinfo for CException*",
+                    "pxd::FindExchange(unsigned short)",
+                ],
+            )
+        )
+
+    def test_what_inlining_decides_is_not_listed_but_must_be_public(self):
+        self.assert_clean(self.check_symbols(("W", "pxd::ValueRecord<CFile>::IsNull() const", 9)))
+        for name in (
+            "void std::__detail::__to_chars_10_impl<unsigned int>(char*, unsigned int, unsigned int)",
+            "pxd::detail::Parse(CFile&)",
+            "CHidden::Open(CFile&)",
+        ):
+            self.assert_finds(self.check_symbols(("W", name, 9)), "in no public header")
+
+    def test_a_new_a_lost_and_a_grown_symbol_are_found(self):
+        self.assert_finds(self.check_symbols(("T", "CFile::Open()", 9)), "+CFile::Open()")
+        self.assert_finds(
+            self.check_symbols(("W", "CFile::Close()", 9), listed=["CFile::Open()"]),
+            "-CFile::Open()",
+        )
+        problems, _ = self.check_symbols(
+            ("V", "vtable for CFile", 72), listed=["vtable for CFile, 64 bytes"]
+        )
+        self.assertEqual(
+            problems, ["-vtable for CFile, 64 bytes", "+vtable for CFile, 72 bytes"]
+        )
+
+
+    def test_what_users_need_must_be_exported(self):
+        def find(name):
+            used, in_static = {"a", "b"}, {"a", "c"}
+            return symbols.missing(used, in_static, {"c"}, self.PUBLIC, lambda names: [name])
+
+        self.assertEqual(find("CFile::Close()"), ["CFile::Close(): used, and not exported"])
+        self.assertEqual(find("pxd::detail::Parse(CFile&)"), [])
+        self.assertEqual(symbols.missing({"a"}, {"a"}, {"a"}, self.PUBLIC), [])
+
+
+class Layout(CheckTest):
+    def test_classes_are_found_with_their_namespaces(self):
+        text = (
+            "class CFile;\nclass PXDUTIL_API CFile : public CObject {\n};\nstruct ROW {\n"
+            "  struct Inner {\n  };\n};\nnamespace pxd {\nstruct Stamp final {\n};\n"
+            "template <class T>\nstruct Any {\n};\n}  // namespace pxd\n"
+            "namespace pxd::detail {\nclass Hidden {\n};\n}  // namespace pxd::detail\n"
+        )
+        self.assertEqual(layout.classes_in(text), ["CFile", "ROW", "pxd::Stamp"])
+
+    def test_a_class_that_grew_is_found(self):
+        problems, _ = layout.check(["A: 4 bytes, aligned to 4"], ["A: 8 bytes, aligned to 4"])
+        self.assertEqual(problems, ["-A: 4 bytes, aligned to 4", "+A: 8 bytes, aligned to 4"])
+        self.assert_clean(layout.check(["A: 4 bytes, aligned to 4"], ["A: 4 bytes, aligned to 4"]))
 
 
 if __name__ == "__main__":
