@@ -13,6 +13,7 @@ import floors
 import headers
 import layout
 import registered
+import shipped
 import sources
 import symbols
 import tree
@@ -404,6 +405,16 @@ class Layout(CheckTest):
         problems, _ = layout.check(["A: 4 bytes, aligned to 4"], ["A: 8 bytes, aligned to 4"])
         self.assertEqual(problems, ["-A: 4 bytes, aligned to 4", "+A: 8 bytes, aligned to 4"])
         self.assert_clean(layout.check(["A: 4 bytes, aligned to 4"], ["A: 4 bytes, aligned to 4"]))
+
+
+class Shipped(CheckTest):
+    def test_missing_and_unexpected_files_are_found(self):
+        self.write("lib/a", "")
+        self.write("lib/b", "")
+        self.assertEqual(
+            shipped.differences("prefix", shipped.files_below(self.root), {"lib/b", "lib/c"}),
+            ["prefix: lib/c: missing", "prefix: lib/a: not expected"],
+        )
 
 
 if __name__ == "__main__":
