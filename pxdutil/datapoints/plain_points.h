@@ -139,7 +139,7 @@ class PXDUTIL_API PlainPoint : public CDPCDataPtCalculated {
 
   static constexpr unsigned int m_NumCols = static_cast<unsigned int>(kColumns.size());
   static constexpr auto m_ColHeaderStringArray = HeadersOf(kColumns);
-  [[nodiscard]] static unsigned int GetDataOffset() {
+  [[nodiscard]] static constexpr unsigned int GetDataOffset() {
     return static_cast<unsigned int>(sizeof(CDPDataPt));
   }
 

@@ -48,7 +48,7 @@ class PXDUTIL_API RecordPoint : public Base {
   static constexpr auto m_ColHeaderStringArray = HeadersOf<Values>();
 
   // The distance in bytes from the object's start to its record.
-  [[nodiscard]] static unsigned int GetDataOffset() {
+  [[nodiscard]] static constexpr unsigned int GetDataOffset() {
     return static_cast<unsigned int>(sizeof(CDPDataPt));
   }
 
