@@ -25,3 +25,6 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU"
     --static "$<TARGET_FILE:pxdutil_static>" --users "${CMAKE_CURRENT_BINARY_DIR}")
   pxdutil_tree_check(layout --compiler "${CMAKE_CXX_COMPILER}")
 endif()
+add_test(NAME Tree.stored_bytes
+  COMMAND ${Python3_EXECUTABLE} -B "${PROJECT_SOURCE_DIR}/tests/stored_bytes/expected.py")
+set_tests_properties(Tree.stored_bytes PROPERTIES LABELS tree)
