@@ -8,6 +8,7 @@
 #include <pxdutil/foundation/fault.h>
 #include <pxdutil/foundation/field_value.h>
 #include <pxdutil/foundation/file.h>
+#include <pxdutil/foundation/file_path.h>
 #include <pxdutil/foundation/host_types.h>
 #include <pxdutil/foundation/inline_vector.h>
 #include <pxdutil/foundation/list.h>

@@ -2,12 +2,14 @@
 #define _FILE_OFFSET_BITS 64  // NOLINT(bugprone-reserved-identifier)
 
 #include <pxdutil/foundation/file.h>
+#include <pxdutil/foundation/file_path.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <limits>
+#include <string_view>
 #include <system_error>
 
 #if !defined(_WIN32)
@@ -74,15 +76,17 @@ int CFile::Open(const char* path, unsigned int flags, CFileException* error) {
   m_lastAction = LastAction::kNone;
   m_strFileName = path;
 
+  const char* const mode = StreamMode(flags);
+  m_isReadable = std::string_view(mode) != "wb";
   int failure = 0;
   std::error_code ignored;
   if (path == nullptr || *path == '\0') {
     failure = ENOENT;
-  } else if (std::filesystem::is_directory(path, ignored)) {
+  } else if (std::filesystem::is_directory(pxd::FilePath(path), ignored)) {
     failure = EISDIR;  // some systems open a directory and fail at the first read
   } else {
     errno = 0;
-    m_stream.reset(std::fopen(path, StreamMode(flags)));
+    m_stream.reset(std::fopen(path, mode));
     if (m_stream == nullptr) {
       failure = errno != 0 ? errno : EIO;
     }
@@ -102,6 +106,9 @@ unsigned int CFile::Read(void* buffer, unsigned int count) {
     return 0;
   }
   TurnTo(LastAction::kRead);
+  if (!m_isReadable) {
+    ThrowErrno(EBADF);  // some C libraries take it for the end of the file
+  }
   errno = 0;
   const std::size_t got = std::fread(buffer, 1, count, Stream());
   if (got < count && std::ferror(Stream()) != 0) {

@@ -86,6 +86,7 @@ class PXDUTIL_API CFile : public CObject {
 
   std::unique_ptr<std::FILE, CloseStream> m_stream;
   LastAction m_lastAction = LastAction::kNone;
+  bool m_isReadable = false;
 };
 
 // A file in memory, growing as it is written.

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <pxdutil/foundation/file_path.h>
+
 #include "tests/support/thrown.h"
 
 namespace {
@@ -194,6 +196,19 @@ TEST_F(FileOnDisk, TheWrongDirectionThrows) {
   CFile file(Path(), CFile::modeWrite | CFile::modeCreate);
   char c = 0;
   EXPECT_NE(ThrownBy<CFileException>([&] { file.Read(&c, 1); }), nullptr);
+}
+
+// Two bytes that mean other characters in other code pages.
+TEST_F(FileOnDisk, ANameBeyondAsciiNamesOneFileToAll) {
+  const std::string name = std::string(Path()) + "\x80\xE9";
+  const std::filesystem::path path = pxd::FilePath(name);
+  EXPECT_EQ(pxd::FileText(path), name);
+  EXPECT_FALSE(std::filesystem::exists(path));
+  CFile(name.c_str(), CFile::modeWrite | CFile::modeCreate).Write("abc", 3);
+  EXPECT_TRUE(std::filesystem::exists(path));
+  std::filesystem::remove(path);
+  CFile file;
+  EXPECT_EQ(file.Open(name.c_str(), CFile::modeRead), 0);
 }
 
 TEST_F(FileOnDisk, FlushHandsTheBytesToTheSystem) {
