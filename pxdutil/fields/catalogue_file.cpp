@@ -16,13 +16,21 @@
 #include <pxdutil/fields/field_info_mgr.h>
 #include <pxdutil/foundation/fault.h>
 #include <pxdutil/foundation/file.h>
+#include <pxdutil/foundation/file_path.h>
 #include <pxdutil/reference/toolbox.h>
 
 namespace fs = std::filesystem;
 
+// Not the function itself: on Windows a friend would lose its export.
+struct pxd::detail::CatalogueVersion {
+  static constexpr unsigned short kNumber = CFieldInfoMgr::FIELDINFO_VERSION;
+};
+
 namespace {
 
 using pxd::CatalogueTrailer;
+using pxd::FilePath;
+using pxd::FileText;
 using pxd::detail::PlainCatalogueRow;
 using pxd::detail::WholeCatalogueRow;
 
@@ -114,7 +122,7 @@ class TemporaryName {
 // where that can't be done.
 void ReplaceFile(const char* path, const CString& text,
                  const std::array<unsigned char, kTrailerSize>& trailer) {
-  fs::path target = path;
+  fs::path target = FilePath(path);
   const fs::file_status status = fs::status(target);
   const bool exists = fs::exists(status);
   if (exists) {
@@ -125,8 +133,8 @@ void ReplaceFile(const char* path, const CString& text,
 
   const TemporaryName temporary(target.parent_path());
   {
-    CFile file(temporary.Path().string().c_str(), CFile::modeCreate | CFile::modeReadWrite |
-                                                      CFile::shareDenyWrite | CFile::typeBinary);
+    CFile file(FileText(temporary.Path()).c_str(), CFile::modeCreate | CFile::modeReadWrite |
+                                                       CFile::shareDenyWrite | CFile::typeBinary);
     file.Write(text.GetString(), static_cast<unsigned int>(text.GetLength()));
     file.Write(trailer.data(), static_cast<unsigned int>(trailer.size()));
     file.Close();
@@ -158,7 +166,7 @@ int CFieldInfoMgr::Create(const char* path) {
   }
   // Devices and pipes are no place for a catalogue; one may wait forever at the first read.
   std::error_code ignored;
-  if (fs::is_other(path, ignored)) {
+  if (fs::is_other(FilePath(path), ignored)) {
     return 0;
   }
   if (pxd::CheckCatalogueTrailer(path) == CatalogueTrailer::kGood) {
@@ -207,7 +215,7 @@ void pxd::LoadBuiltInCatalogue(CFieldInfoMgr& catalogue) {
 CatalogueTrailer pxd::CheckCatalogueTrailer(const char* path) {
   try {
     CFile file(path, CFile::modeRead | CFile::typeBinary);
-    return CheckTrailer(file, CFieldInfoMgr::FIELDINFO_VERSION);
+    return CheckTrailer(file, pxd::detail::CatalogueVersion::kNumber);
   } catch (CFileException* exception) {
     exception->Delete();  // a file that can't be read is as good as none
     return CatalogueTrailer::kUnreadable;

@@ -43,6 +43,10 @@ enum class CatalogueTrailer {
 // Reads the trailer of the file at `path`.
 [[nodiscard]] PXDUTIL_API CatalogueTrailer CheckCatalogueTrailer(const char* path);
 
+namespace detail {
+struct CatalogueVersion;
+}
+
 }  // namespace pxd
 
 class PXDUTIL_API CFieldInfoMgr : public CObject {
@@ -130,7 +134,7 @@ class PXDUTIL_API CFieldInfoMgr : public CObject {
   int ReadFieldInfoList(CStdioFile& file, CString& error);
 
  private:
-  friend pxd::CatalogueTrailer pxd::CheckCatalogueTrailer(const char* path);
+  friend struct pxd::detail::CatalogueVersion;
 
   // The number of rows there can be: one above the highest id.
   static constexpr unsigned short FIELDINFO_MAXID = 522;

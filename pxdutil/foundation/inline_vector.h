@@ -57,7 +57,7 @@ class InlineVector {
   }
 
   void Grow(std::size_t count) {
-    const std::size_t capacity = std::max(count, m_capacity * 2);
+    const std::size_t capacity = (std::max)(count, m_capacity * 2);
     auto heap = std::make_unique<T[]>(capacity);
     std::copy(begin(), end(), heap.get());
     m_heap = std::move(heap);

@@ -15,11 +15,12 @@ template <std::integral Int>
   if (!(value == value)) {
     return 0;
   }
-  if (value <= static_cast<double>(std::numeric_limits<Int>::min())) {
-    return std::numeric_limits<Int>::min();
+  // The parentheses keep off the macros that a host's <windows.h> has by these names.
+  if (value <= static_cast<double>((std::numeric_limits<Int>::min)())) {
+    return (std::numeric_limits<Int>::min)();
   }
-  if (value >= static_cast<double>(std::numeric_limits<Int>::max())) {
-    return std::numeric_limits<Int>::max();
+  if (value >= static_cast<double>((std::numeric_limits<Int>::max)())) {
+    return (std::numeric_limits<Int>::max)();
   }
   return static_cast<Int>(value);
 }

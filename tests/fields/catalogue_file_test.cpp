@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <pxdutil/foundation/file.h>
+#include <pxdutil/foundation/file_path.h>
 #include <pxdutil/reference/toolbox.h>
 
 #include "support.h"
@@ -205,6 +206,17 @@ TEST_F(CatalogueFile, APathWithoutAFolderIsInTheCurrentOne) {
   EXPECT_EQ(FolderSize(), 1);
 }
 
+TEST_F(CatalogueFile, AFolderWithANameBeyondAsciiWillDo) {
+  const std::string folder = (m_folder / "folder").string() + "\x80\xE9";
+  fs::create_directory(pxd::FilePath(folder));
+  const std::string path = folder + "/fields.dat";
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(CFieldInfoMgr().Create(path.c_str()), 1);
+    EXPECT_EQ(pxd::CheckCatalogueTrailer(path.c_str()), pxd::CatalogueTrailer::kGood);
+    std::ofstream(pxd::FilePath(path)) << "damaged";
+  }
+}
+
 TEST_F(CatalogueFile, BuildingTheTextReplacesWhatWasThere) {
   CString text = "before";
   CFieldInfoMgr().BuildFieldInfoFile(text);
@@ -322,6 +334,31 @@ TEST_F(CatalogueFile, APipeIsRefusedAtOnce) {
   EXPECT_EQ(Create(), 0);
   EXPECT_TRUE(fs::is_fifo(m_path));
   EXPECT_EQ(FolderSize(), 1);
+}
+
+#else
+
+TEST_F(CatalogueFile, AReadOnlyFileGivesZeroAndStays) {
+  Write("old");
+  fs::permissions(m_path, fs::perms::owner_read);
+  if (std::ofstream(m_path, std::ios::app)) {
+    GTEST_SKIP() << "this user may write everywhere";
+  }
+  EXPECT_EQ(Create(), 0);
+  EXPECT_EQ(Bytes(), "old");
+  EXPECT_EQ(FolderSize(), 1);
+  fs::permissions(m_path, fs::perms::all);
+}
+
+TEST_F(CatalogueFile, AFileThatIsInUseGivesZeroAndStays) {
+  Write("old");
+  {
+    const CFile user(m_path.string().c_str(), CFile::modeRead);
+    EXPECT_EQ(Create(), 0);
+  }
+  EXPECT_EQ(Bytes(), "old");
+  EXPECT_EQ(FolderSize(), 1);
+  EXPECT_EQ(Create(), 1);
 }
 
 #endif

@@ -26,7 +26,7 @@ template <std::size_t kSize>
 class FixedText {
  public:
   FixedText& operator=(const char* text) {
-    const std::size_t length = text != nullptr ? std::min(std::strlen(text), kSize - 1) : 0;
+    const std::size_t length = text != nullptr ? (std::min)(std::strlen(text), kSize - 1) : 0;
     m_text.fill('\0');
     std::copy_n(text, length, m_text.begin());
     return *this;
