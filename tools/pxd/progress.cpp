@@ -6,7 +6,10 @@
 #include <string_view>
 
 #if defined(_WIN32)
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX 1
 #include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -48,7 +51,11 @@ std::string ProgressText(std::uint64_t done, std::uint64_t total, std::uint64_t 
 
 bool IsTerminal(std::FILE* stream) {
 #if defined(_WIN32)
-  return _isatty(_fileno(stream)) != 0;
+  // A console that can't be asked to follow kWipe would show it.
+  auto* const console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+  DWORD mode = 0;
+  return GetConsoleMode(console, &mode) != 0 &&
+         SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 #else
   return isatty(fileno(stream)) != 0;
 #endif

@@ -7,6 +7,7 @@
 
 #include <pxdutil/datapoints/ohlc_bars.h>
 #include <pxdutil/datapoints/old_bars.h>
+#include <pxdutil/foundation/file_path.h>
 
 #include "failure.h"
 #include "resolution_words.h"
@@ -75,7 +76,7 @@ SeriesReader::SeriesReader(const std::string& path, const CFieldResoln& pair, bo
     }
   }
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
+  const fs::file_status status = fs::status(FilePath(path), error);
   if (fs::exists(status) && !fs::is_regular_file(status)) {
     FailWith(path, fs::is_directory(status) ? "is a directory; expected a stored series"
                                             : "is no regular file; expected a stored series");

@@ -7,7 +7,14 @@
 #include <filesystem>
 #include <system_error>
 
+#include <pxdutil/foundation/file_path.h>
+
 #include "failure.h"
+
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+#endif
 
 namespace pxd::tool {
 namespace {
@@ -24,14 +31,14 @@ Input::Input(const std::string& path) : m_name(path == "-" ? "standard input" : 
     return;
   }
   std::error_code error;
-  if (std::filesystem::is_directory(path, error)) {
+  if (std::filesystem::is_directory(FilePath(path), error)) {
     throw Failure(kExitBadData, path + ": is a directory; expected a file to read");
   }
   m_stream.reset(std::fopen(path.c_str(), "rb"));
   if (m_stream == nullptr) {
     throw Failure(kExitBadData, fmt::format("{}: can't be read: {}", path, WordsOf(errno)));
   }
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  const std::uintmax_t size = std::filesystem::file_size(FilePath(path), error);
   m_size = error ? 0 : size;
 }
 
@@ -65,6 +72,14 @@ void Output::Finish() {
   if (std::fflush(stdout) != 0) {
     FailToWrite();
   }
+}
+
+void KeepLineEnds() {
+#if defined(_WIN32)
+  for (std::FILE* const stream : {stdin, stdout, stderr}) {
+    _setmode(_fileno(stream), _O_BINARY);
+  }
+#endif
 }
 
 void Say(std::string_view text) {

@@ -47,6 +47,9 @@ class Output {
   void Finish();
 };
 
+// Has the standard streams pass bytes as they are, where the system would change the ends of lines.
+void KeepLineEnds();
+
 // A line on standard error: "pxd: TEXT".
 void Say(std::string_view text);
 

@@ -6,6 +6,8 @@
 #include <random>
 #include <system_error>
 
+#include <pxdutil/foundation/file_path.h>
+
 namespace pxd::tool {
 namespace {
 
@@ -19,15 +21,16 @@ std::string BesideName(const std::string& target) {
 
 WholeFile::WholeFile(const std::string& path) : m_path(path), m_target(path) {
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
+  const fs::file_status status = fs::status(FilePath(path), error);
   if (fs::is_directory(status)) {
     throw Failure(kExitBadData, path + ": is a directory; expected a file to write");
   }
   const bool isNew = !fs::exists(status);
   if (isNew || fs::is_regular_file(status)) {
     // Moving a file over a link would replace the link and not what it points to.
-    const fs::path real = isNew ? fs::path(path) : fs::canonical(path, error);
-    m_target = error && !isNew ? path : real.string();
+    const fs::path asked = FilePath(path);
+    const fs::path real = isNew ? asked : fs::canonical(asked, error);
+    m_target = error && !isNew ? path : FileText(real);
     m_beside = BesideName(m_target);
   }
   CFileException failed;
@@ -49,7 +52,7 @@ WholeFile::~WholeFile() {
     exception->Delete();  // the file goes away
   }
   std::error_code error;
-  fs::remove(m_beside, error);
+  fs::remove(FilePath(m_beside), error);
 }
 
 void WholeFile::Write(std::string_view text) {
@@ -60,7 +63,7 @@ void WholeFile::Finish() {
   Guarded([this] { m_file.Close(); });
   if (!m_beside.empty()) {
     std::error_code error;
-    fs::rename(m_beside, m_target, error);
+    fs::rename(FilePath(m_beside), FilePath(m_target), error);
     if (error) {
       Fail(error.message());
     }

@@ -13,6 +13,8 @@
 #include <system_error>
 #include <vector>
 
+#include <pxdutil/foundation/file_path.h>
+
 #include "../failure.h"
 #include "../progress.h"
 #include "../series_file.h"
@@ -150,7 +152,7 @@ std::string TargetPath(const AdjustSettings& settings) {
     return settings.file;
   }
   std::error_code error;
-  if (std::filesystem::equivalent(settings.file, settings.output, error)) {
+  if (std::filesystem::equivalent(FilePath(settings.file), FilePath(settings.output), error)) {
     throw Failure(kExitBadUsage, fmt::format("-o: {} is the input; expected another file, or "
                                              "--in-place instead",
                                              settings.output));
