@@ -3,15 +3,16 @@
 #define PXDUTIL_TESTS_PXD_COMMAND_FIXTURE_H
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <vector>
+
+#include "run_program.h"
 
 namespace pxd_test {
 
@@ -41,13 +42,17 @@ class CommandTest : public testing::Test {
   }
   void TearDown() override { fs::remove_all(m_folder); }
 
-  // Runs pxd in the test's folder. The arguments are the shell's: quote what has blanks.
+  // Runs pxd in the test's folder. The arguments are a shell's: quote what has blanks.
   Ran Run(const std::string& arguments) {
-    const std::string command =
-        "cd '" + m_folder.string() + "' && '" + PXD_PROGRAM + "' " + arguments + " >.out 2>.err";
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(m_folder / ".out"),
-            ReadFile(m_folder / ".err")};
+    const int status = RunPxd(m_folder, arguments);
+    return {status, ReadFile(m_folder / ".out"), ReadFile(m_folder / ".err")};
+  }
+
+  // Whether the system lets this user make links, and now has one.
+  [[nodiscard]] bool MakeLink(const std::string& name, const std::string& target) const {
+    std::error_code error;
+    fs::create_symlink(target, m_folder / name, error);
+    return !error;
   }
 
   void Write(const std::string& name, const std::string& text) {
