@@ -1,0 +1,36 @@
+# Looks at what pxdutil.dll exports: the entry under its plain name, what is public, and nothing else.
+cmake_policy(VERSION 3.22)
+function(dump out file)
+  execute_process(COMMAND "${OBJDUMP}" -p "${file}" OUTPUT_VARIABLE text RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${file} can't be read")
+  endif()
+  set(${out} "${text}" PARENT_SCOPE)
+endfunction()
+
+dump(text "${DLL}")
+string(REGEX MATCHALL "\n\t\\[ *[0-9]+\\] [^\n]+" lines "${text}")
+list(TRANSFORM lines REPLACE "\n\t\\[ *[0-9]+\\] " "")
+list(LENGTH lines count)
+message(STATUS "${count} names are exported")
+
+if(NOT "InitPXDUtilDll" IN_LIST lines)
+  message(FATAL_ERROR "InitPXDUtilDll isn't exported under its plain name")
+endif()
+# Of a stranger's code nothing may leave the library, above all not the standard library's.
+foreach(line IN LISTS lines)
+  if(line MATCHES "^_?_Z(N|NK|TI|TS|TV)?(St|9__gnu_cxx)|^_?(__|_Unwind|std|pthread)")
+    message(FATAL_ERROR "${line} is exported")
+  endif()
+endforeach()
+
+get_filename_component(name "${DLL}" NAME)
+get_filename_component(import_name "${IMPORT_LIBRARY}" NAME)
+if(NOT name STREQUAL "pxdutil.dll" OR NOT import_name STREQUAL "libpxdutil.dll.a")
+  message(FATAL_ERROR "the library is ${name}, its import library ${import_name}")
+endif()
+
+dump(text "${PROGRAM}")
+if(NOT text MATCHES "DLL Name: pxdutil.dll")
+  message(FATAL_ERROR "${PROGRAM} doesn't take pxdutil.dll")
+endif()
