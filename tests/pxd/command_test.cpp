@@ -299,9 +299,7 @@ TEST_F(Command, FilesThatCantBeReadOrWrittenAreToldInOneLine) {
        "and doubled inside it"},
       {"bars t.csv -o folder" + options, "folder: is a directory; expected a file to write"},
       {"bars t.csv -o none/b" + options, "none/b: can't be written: no such file"},
-      {"bars t.csv -o t.csv/b" + options, "t.csv/b: can't be written: not a path to a file"},
-      {"bars -" + options + "<folder", "standard input: can't be read: Is a directory"},
-      {"show /dev/null --resolution 1m", "/dev/null: is no regular file; expected a stored series"},
+      {"show /none --resolution 1m", "/none: can't be read: no such file"},
       {"show none --resolution 1m", "none: can't be read: no such file"},
       {"show folder --resolution 1m", "folder: is a directory; expected a stored series"},
       {"sample -o folder", "folder: is a directory; expected a file to write"},
@@ -324,6 +322,27 @@ TEST_F(Command, ATerminalSeesHowFarItIs) {
 }
 
 #else
+
+// Windows says "no such file" of the first, opens no folder as an input, and has no such device.
+TEST_F(Command, PlacesThatAreNoFilesAreToldInOneLine) {
+  fs::create_directory(m_folder / "folder");
+  Write("t.csv", kTrades);
+  const struct {
+    std::string arguments;
+    std::string err;
+  } kRows[] = {
+      {std::string("bars t.csv -o t.csv/b") + kOptions,
+       "t.csv/b: can't be written: not a path to a file"},
+      {std::string("bars -") + kOptions + "<folder",
+       "standard input: can't be read: Is a directory"},
+      {"show /dev/null --resolution 1m", "/dev/null: is no regular file; expected a stored series"},
+  };
+  for (const auto& row : kRows) {
+    const Ran ran = Run(row.arguments);
+    EXPECT_EQ(ran.status, 1) << row.arguments;
+    EXPECT_EQ(ran.err, "pxd: " + row.err + "\n") << row.arguments;
+  }
+}
 
 TEST_F(Command, AFullDiskIsTold) {
   if (!fs::exists("/dev/full")) {

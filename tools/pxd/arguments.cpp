@@ -103,6 +103,8 @@ int RunArguments(const Program& program, int argc, const char* const* argv) {
   app.set_help_flag(std::string(kHelpNames), std::string(kHelpHelp));
   app.set_version_flag(std::string(kVersionName), program.name + ' ' + program.version,
                        std::string(kVersionHelp));
+  // A word is the same on every system: "/x" is a path.
+  app.allow_windows_style_options(false);
   app.require_subcommand(1);
   app.footer('\n' + program.notes);
   app.get_formatter()->column_width(34);
