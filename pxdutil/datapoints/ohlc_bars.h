@@ -82,9 +82,11 @@ static_assert(sizeof(CDPCDblOHLCUDUTO) == 117 + sizeof(void*));
 
 #pragma pack(pop)
 
+#if PXDUTIL_HAS_TEMPLATES
 extern template class pxd::detail::RecordPoint<CDPCDblOHLCUDUT, CDPCDataPtCalculated,
                                                CDPSTDblOHLCUDUT, pxd::detail::kOhlcRules>;
 extern template class pxd::detail::RecordPoint<CDPCDblOHLCUDUTO, CDPCDataPtCalculated,
                                                CDPSTDblOHLCUDUTO, pxd::detail::kOhlcOpenIntRules>;
+#endif
 
 #endif

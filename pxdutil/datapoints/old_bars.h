@@ -47,10 +47,12 @@ static_assert(sizeof(CDPCDblOHLCUDUTOOld) == 43 + sizeof(void*));
 
 #pragma pack(pop)
 
+#if PXDUTIL_HAS_TEMPLATES
 extern template class pxd::detail::RecordPoint<CDPCDblOHLCUDUTOld, CDPCDataPtCalculated,
                                                CDPSTDblOHLCUDUTOld, pxd::detail::kOldOhlcRules>;
 extern template class pxd::detail::RecordPoint<CDPCDblOHLCUDUTOOld, CDPCDataPtCalculated,
                                                CDPSTDblOHLCUDUTOOld,
                                                pxd::detail::kOldOhlcOpenIntRules>;
+#endif
 
 #endif

@@ -342,12 +342,17 @@ bool ValueRecord<Values>::HasFloatsOf(const ValueRecord& other) const {
   X(CDPSDblOHLCUDUTOld, CDPSTDblOHLCUDUTOld) \
   X(CDPSDblOHLCUDUTOOld, CDPSTDblOHLCUDUTOOld)
 
+#if PXDUTIL_HAS_TEMPLATES
 #define PXDUTIL_DECLARE_RECORD(values, stamped)    \
   extern template struct pxd::ValueRecord<values>; \
-  extern template struct pxd::Stamped<values>;     \
-  static_assert(sizeof(stamped) == sizeof(values) + 6);
+  extern template struct pxd::Stamped<values>;
 PXDUTIL_FOR_EACH_RECORD(PXDUTIL_DECLARE_RECORD)
 #undef PXDUTIL_DECLARE_RECORD
+#endif
+
+#define PXDUTIL_ASSERT_RECORD(values, stamped) static_assert(sizeof(stamped) == sizeof(values) + 6);
+PXDUTIL_FOR_EACH_RECORD(PXDUTIL_ASSERT_RECORD)
+#undef PXDUTIL_ASSERT_RECORD
 
 static_assert(sizeof(CDPSDblC) == 4 && sizeof(CDPSDblTick) == 4);
 static_assert(sizeof(CDPSDblDblC) == 8 && sizeof(CDPSDblDblH) == 8 && sizeof(CDPSDblDblL) == 8);

@@ -58,6 +58,7 @@ static_assert(sizeof(CDPCDblDblL) == 15 + sizeof(void*));
 
 #pragma pack(pop)
 
+#if PXDUTIL_HAS_TEMPLATES
 extern template class pxd::detail::RecordPoint<CDPCDblC, CDPCDataPtCalculated, CDPSTDblC,
                                                pxd::detail::kCloseRules>;
 extern template class pxd::detail::RecordPoint<CDPCDblDblC, CDPCDataPtCalculated, CDPSTDblDblC,
@@ -66,5 +67,6 @@ extern template class pxd::detail::RecordPoint<CDPCDblDblH, CDPCDataPtCalculated
                                                pxd::detail::kHighVolumeRules>;
 extern template class pxd::detail::RecordPoint<CDPCDblDblL, CDPCDataPtCalculated, CDPSTDblDblL,
                                                pxd::detail::kLowVolumeRules>;
+#endif
 
 #endif

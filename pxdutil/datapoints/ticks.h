@@ -75,9 +75,11 @@ static_assert(sizeof(CDPTDblDblTick) == 19 + sizeof(void*));
 
 #pragma pack(pop)
 
+#if PXDUTIL_HAS_TEMPLATES
 extern template class pxd::detail::RecordPoint<CDPTDblTick, CDPTDataPtTick, CDPSTDblTick,
                                                pxd::detail::kTickRules>;
 extern template class pxd::detail::RecordPoint<CDPTDblDblTick, CDPTDataPtTick, CDPSTDblDblTick,
                                                pxd::detail::kTradeTickRules>;
+#endif
 
 #endif

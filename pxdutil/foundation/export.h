@@ -17,4 +17,12 @@
 #define PXDUTIL_API __attribute__((visibility("default")))
 #endif
 
+// Whether users may leave the templates to the library that it instantiates for them. A DLL exports
+// none of their inline members, so its users make what they need of these.
+#if defined(_WIN32) && defined(PXDUTIL_SHARED)
+#define PXDUTIL_HAS_TEMPLATES 0
+#else
+#define PXDUTIL_HAS_TEMPLATES 1
+#endif
+
 #endif

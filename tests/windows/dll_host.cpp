@@ -134,6 +134,16 @@ void BothSidesSeeTheSameData() {
   Expect(bar->GetObjectSize() == sizeof(CDPCDblOHLCUDUTO), "both sides have the same size of it");
   Expect(bar->GetStringHeaderForCol(0) == "Open", "a text that the library made is the host's");
 
+  CDPCDblOHLCUDUT minute;
+  CDPSTDblOHLCUDUT record;
+  minute.SetToNull();
+  minute.GetDPST(record);
+  Expect(record.IsNull() == 1, "a record is read");
+  record.SetFloat(0, 1.5F);
+  minute.SetDPST(record);
+  Expect(minute.GetDPST().m_Open == 1.5F && minute.GetDataOffset() == sizeof(void*) + 1,
+         "and put back");
+
   std::unique_ptr<CObject> settings(RUNTIME_CLASS(CHistorySettings)->CreateObject());
   Expect(settings->IsKindOf(RUNTIME_CLASS(CHistorySettings)), "objects are made by their records");
 }
