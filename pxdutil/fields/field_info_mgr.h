@@ -43,11 +43,11 @@ enum class CatalogueTrailer {
 // Reads the trailer of the file at `path`.
 [[nodiscard]] PXDUTIL_API CatalogueTrailer CheckCatalogueTrailer(const char* path);
 
-namespace detail {
-struct CatalogueVersion;
-}
-
 }  // namespace pxd
+
+namespace pxd::detail {
+struct CatalogueVersion;
+}  // namespace pxd::detail
 
 class PXDUTIL_API CFieldInfoMgr : public CObject {
  public:
