@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 
+#include <pxdutil/sessions/detail/month_memo.h>
+#include <pxdutil/sessions/detail/week_index.h>
+
 PXDUTIL_DEFINE_RUNTIME_CLASS(CZRGSSession, CObject, kNoSchema, &CZRGSSession::CreateObject)
 
 namespace {
@@ -43,6 +46,8 @@ CZRGSSession& CZRGSSession::operator=(const CZRGSSession& other) {
   if (this != &other) {
     m_sessions = other.m_sessions;
     m_normalized = other.m_normalized;
+    m_index.reset();
+    m_plainLookups = 0;
   }
   return *this;
 }

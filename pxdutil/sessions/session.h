@@ -27,6 +27,13 @@
 #include <pxdutil/foundation/text.h>
 #include <pxdutil/sessions/date_time.h>
 
+namespace pxd::detail {
+class MonthMemo;
+class WeekIndex;
+struct MonthSpan;
+struct SessionAnswer;
+}  // namespace pxd::detail
+
 #pragma pack(push, 1)
 
 // One session. Both windows start at the close and overlap.
@@ -230,10 +237,11 @@ class PXDUTIL_API CZRGSSession : public CObject {
                                   CZRDateTime& out);
 
  private:
-  // The working copy's normalised list, and where a date-time stands in it, in seconds from the
-  // first open.
+  // The list that a look-up asks, counted from the first open, and where a date-time stands in it,
+  // in seconds.
   struct Place {
     const std::vector<ZRGS_SESSION_INFO>& sessions;
+    const pxd::detail::WeekIndex* index;  // null where the answers must be looked for in the list
     std::int64_t seconds;
   };
 
@@ -261,9 +269,19 @@ class PXDUTIL_API CZRGSSession : public CObject {
   int GetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
                     std::uint16_t ZRGS_SESSION_INFO::*edge, CZRDateTime& out) const;
 
-  // Refreshes the working copy, normalises it and finds `dt` in it. `beforeOpen` seconds are added
-  // to a place before the first open.
+  // Normalises the list and finds `dt` in it. `beforeOpen` seconds are added to a place before the
+  // first open.
   Place FindPlace(const CZRDateTime& dt, std::int64_t beforeOpen) const;
+  // The session in which, or behind which, a place lies.
+  static pxd::detail::SessionAnswer SessionAt(const Place& place);
+  // Whether a look-up's answers are those of m_normalized.
+  bool AsksOwnCount() const;
+  // Makes the index of m_normalized; null as long as that wouldn't pay.
+  const pxd::detail::WeekIndex* Indexed() const;
+  // Whether m_normalized is what normalising the list would give now.
+  bool IsCountedFromFirstOpen() const;
+  // The month that begins on `first`; `next` begins the one behind it. The list must not be empty.
+  pxd::detail::MonthSpan FindMonth(const CZRDate& first, const CZRDate& next) const;
   // How a trading day's own lookup sees `dt`.
   Status StatusInDay(const CZRDateTime& dt) const;
 
@@ -289,6 +307,11 @@ class PXDUTIL_API CZRGSSession : public CObject {
   mutable ZRGS_SESSION m_normalized;
   // The working copy of the lookups, made on first need. Its m_isNormalized is its own.
   mutable std::unique_ptr<CZRGSSession> m_local;
+  // Made from m_normalized, and given up where that changes.
+  mutable std::unique_ptr<pxd::detail::WeekIndex> m_index;
+  mutable std::uint32_t m_plainLookups = 0;  // those of m_normalized without an index
+  // The months that were looked up, made on first need.
+  mutable std::unique_ptr<pxd::detail::MonthMemo> m_months;
 };
 
 #endif

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <limits>
 
+#include <pxdutil/sessions/detail/month_memo.h>
 #include <pxdutil/sessions/detail/week.h>
+#include <pxdutil/sessions/detail/week_index.h>
 
 using namespace pxd::detail;
 
@@ -23,22 +25,6 @@ void Raise(unsigned short* flags, unsigned bits) {
   }
 }
 
-// Whether a place lies at or behind the open and before the close.
-bool IsInside(std::int64_t place, const ZRGS_SESSION_INFO& session) {
-  return Seconds(session.OpenMinute) <= place && place < Seconds(session.CloseMinute);
-}
-
-// Which window behind the close of a session a place lies in: the dribble window first.
-CZRGSSession::Status WindowAt(std::int64_t place, const ZRGS_SESSION_INFO& session) {
-  if (place < Seconds(session.CloseMinute + session.DribbleMinutes)) {
-    return CZRGSSession::StatusDribble;
-  }
-  if (place < Seconds(session.CloseMinute + session.ResetMinutes)) {
-    return CZRGSSession::StatusReset;
-  }
-  return CZRGSSession::StatusClosed;
-}
-
 }  // namespace
 
 CZRGSSession::ReturnType CZRGSSession::GetRelativeDT(unsigned long from, unsigned long to,
@@ -49,15 +35,48 @@ CZRGSSession::ReturnType CZRGSSession::GetRelativeDT(unsigned long from, unsigne
 }
 
 CZRGSSession::Place CZRGSSession::FindPlace(const CZRDateTime& dt, std::int64_t beforeOpen) const {
-  // The copy is normalised by its own flag, which is not this object's: after a month or year
-  // lookup it is counted afresh from the list, else it is this object's.
-  CZRGSSession& local = _Set_local(1);
-  const int firstOpen = local.NormalizeToStartOfTradingWeekFromSunday();
+  const int firstOpen = NormalizeToStartOfTradingWeekFromSunday();
   std::int64_t seconds = PlaceInWeek(dt, firstOpen);
   if (seconds < 0) {
     seconds += beforeOpen;
   }
-  return {local.m_normalized.sessions, seconds};
+  if (!AsksOwnCount()) {
+    CZRGSSession& local = _Set_local(0);
+    local.NormalizeToStartOfTradingWeekFromSunday();
+    return {local.m_normalized.sessions, nullptr, seconds};
+  }
+  return {m_normalized.sessions, m_index != nullptr ? m_index.get() : Indexed(), seconds};
+}
+
+// A look-up asks the working copy, which is normalised by its own flag and not by this object's:
+// after a month or year look-up it is counted afresh from the list, else it has the count of this
+// object. Where both are the same, as they are unless the list was edited in between, the copy is
+// left out.
+bool CZRGSSession::AsksOwnCount() const {
+  if (m_local == nullptr) {
+    return false;
+  }
+  if (m_local->m_isNormalized == 1 || m_sessions.sessions.empty()) {
+    return true;
+  }
+  if (!IsCountedFromFirstOpen()) {
+    return false;
+  }
+  m_local->m_isNormalized = 1;
+  return true;
+}
+
+const WeekIndex* CZRGSSession::Indexed() const {
+  // Making the index takes about as long as so many look-ups without it.
+  if (++m_plainLookups > 4 * m_normalized.sessions.size()) {
+    m_index = std::make_unique<WeekIndex>(m_normalized.sessions);
+  }
+  return m_index.get();
+}
+
+SessionAnswer CZRGSSession::SessionAt(const Place& place) {
+  return place.index != nullptr ? place.index->At(place.seconds).session
+                                : AskSessions(place.sessions, place.seconds);
 }
 
 CZRGSSession::ReturnType CZRGSSession::GetSessionInfo(ResetType reset, const CZRDateTime& dt,
@@ -90,28 +109,15 @@ CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetNone(const CZRDateTime
                                                                CZRDateTime& start, CZRDateTime& end,
                                                                Status& status, unsigned long& index,
                                                                unsigned short* flags) const {
-  const auto [sessions, place] = FindPlace(dt, kEndOfWeekBefore);
-  status = StatusClosed;
-  bool followsReset = !sessions.empty() && sessions.back().ResetFlag != 0;
-  for (std::size_t i = 0; i < sessions.size(); ++i) {
-    const ZRGS_SESSION_INFO& session = sessions[i];
-    if (Seconds(session.OpenMinute) <= place) {
-      status = IsInside(place, session) ? StatusOpen : WindowAt(place, session);
-    }
-    if (status != StatusClosed) {
-      start = MovedBy(dt, Seconds(session.OpenMinute) - place);
-      end = MovedBy(dt, Seconds(session.CloseMinute) - place);
-      index = static_cast<unsigned long>(i);
-      if (session.ResetFlag != 0) {
-        Raise(flags, kEndsInReset);
-      }
-      break;
-    }
-    followsReset = session.ResetFlag != 0;
+  const Place place = FindPlace(dt, kEndOfWeekBefore);
+  const SessionAnswer answer = SessionAt(place);
+  status = answer.status;
+  if (status != StatusClosed) {
+    start = MovedBy(dt, answer.open - place.seconds);
+    end = MovedBy(dt, answer.close - place.seconds);
+    index = static_cast<unsigned long>(answer.index);
   }
-  if (followsReset) {
-    Raise(flags, kFollowsReset);
-  }
+  Raise(flags, answer.flags);
   return ReturnOK;
 }
 
@@ -119,28 +125,15 @@ CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetDay(const CZRDateTime&
                                                               CZRDateTime& start, CZRDateTime& end,
                                                               Status& status, unsigned long& index,
                                                               unsigned short* flags) const {
-  const auto [sessions, place] = FindPlace(dt, kEndOfWeekBefore);
-  status = StatusClosed;
+  const Place place = FindPlace(dt, kEndOfWeekBefore);
+  const DayAnswer answer = place.index != nullptr ? place.index->At(place.seconds).day
+                                                  : AskDays(place.sessions, place.seconds);
+  status = answer.status;
   index = 0;
-  for (TradingDays day(sessions); day.Next();) {
-    const ZRGS_SESSION_INFO& last = day.Last();
-    if (place < Seconds(day.First().OpenMinute) ||
-        place >= Seconds(last.CloseMinute + LongerWindow(last))) {
-      continue;
-    }
-    start = MovedBy(dt, Seconds(day.First().OpenMinute) - place);
-    end = MovedBy(dt, Seconds(last.CloseMinute) - place);
-    status = StatusInPeriod;
-    for (std::size_t i = day.FirstIndex(); i <= day.LastIndex() && status != StatusOpen; ++i) {
-      if (IsInside(place, sessions[i])) {
-        status = StatusOpen;
-      }
-    }
-    if (status != StatusOpen && place >= Seconds(last.CloseMinute)) {
-      status = WindowAt(place, last);
-    }
+  if (status != StatusClosed) {
+    start = MovedBy(dt, answer.open - place.seconds);
+    end = MovedBy(dt, answer.close - place.seconds);
     Raise(flags, kEndsInReset);
-    break;
   }
   Raise(flags, kFollowsReset);
   return ReturnOK;
@@ -151,23 +144,26 @@ CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetWeek(const CZRDateTime
                                                                Status& status, unsigned long& index,
                                                                unsigned short* flags) const {
   Raise(flags, kFollowsReset | kEndsInReset);
-  const auto [sessions, place] = FindPlace(dt, kOneDay);
-  if (sessions.empty()) {
+  const Place place = FindPlace(dt, kOneDay);
+  if (place.sessions.empty()) {
     status = StatusClosed;
     return ReturnOK;
   }
-  // A copy: the inner lookup rewrites the list.
-  const ZRGS_SESSION_INFO last = sessions.back();
-  if (place < Seconds(last.CloseMinute)) {
-    GetSessionInfoResetNone(dt, start, end, status, index, nullptr);
-    const bool inSession = status == StatusOpen || status == StatusDribble;
+  // A copy: to look for the session may count the list afresh.
+  const ZRGS_SESSION_INFO last = place.sessions.back();
+  if (place.seconds < Seconds(last.CloseMinute)) {
+    const SessionAnswer answer = SessionAt(FindPlace(dt, kEndOfWeekBefore));
+    if (answer.status != StatusClosed) {
+      index = static_cast<unsigned long>(answer.index);
+    }
+    const bool inSession = answer.status == StatusOpen || answer.status == StatusDribble;
     status = inSession ? StatusOpen : StatusInPeriod;
   } else {
-    status = WindowAt(place, last);
+    status = WindowAt(place.seconds, last);
   }
   if (status != StatusClosed) {
-    start = MovedBy(dt, -place);
-    end = MovedBy(dt, Seconds(last.CloseMinute) - place);
+    start = MovedBy(dt, -place.seconds);
+    end = MovedBy(dt, Seconds(last.CloseMinute) - place.seconds);
   }
   return ReturnOK;
 }
@@ -181,20 +177,9 @@ CZRGSSession::Status CZRGSSession::StatusInDay(const CZRDateTime& dt) const {
   return status;
 }
 
-CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetMonth(const CZRDateTime& dt,
-                                                                CZRDateTime& start,
-                                                                CZRDateTime& end, Status& status,
-                                                                unsigned long&,
-                                                                unsigned short* flags) const {
-  Raise(flags, kFollowsReset | kEndsInReset);
-  status = StatusClosed;
-  if (m_sessions.sessions.empty()) {
-    return ReturnOK;
-  }
-
+MonthSpan CZRGSSession::FindMonth(const CZRDate& first, const CZRDate& next) const {
   // The month starts with the trading day that has the first open or close behind its midnight. The
   // list is counted from that midnight; a day that was running then opens late in it.
-  const CZRDate first = FirstOfMonth(dt.GetDate());
   CZRGSSession& local = _Set_local(0);
   local.NormalizeToDayOfWeekFromSunday(DayOfWeek(first));
   const SessionList& sessions = local.m_sessions.sessions;
@@ -213,15 +198,16 @@ CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetMonth(const CZRDateTim
       openOfFirstEvent = dayOpen;
     }
   }
-  start = MinutesInto(first, openOfFirstEvent);
+  MonthSpan month;
+  month.start = MinutesInto(first, openOfFirstEvent);
   if (firstEvent < openOfFirstEvent) {
-    start -= kOneWeek;
+    month.start -= kOneWeek;
   }
 
   // It ends with the last trading day that closes in the week before the next month. Where that
   // week has none, with the last session of the week before it.
   _Set_local(0);
-  CZRDate lastWeek = WeekBefore(FirstOfNextMonth(dt.GetDate()));
+  CZRDate lastWeek = WeekBefore(next);
   local.NormalizeToDayOfWeekFromSunday(DayOfWeek(lastWeek));
   local.UnwrapMinutes();
   const ZRGS_SESSION_INFO* last = LastDayOfWeek(sessions);
@@ -229,10 +215,36 @@ CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetMonth(const CZRDateTim
     lastWeek = WeekBefore(lastWeek);
     last = &sessions.back();
   }
-  end = MinutesInto(lastWeek, last->CloseMinute);
-  const CZRDateTime limit = MinutesInto(lastWeek, last->CloseMinute + LongerWindow(*last));
+  month.end = MinutesInto(lastWeek, last->CloseMinute);
+  month.limit = MinutesInto(lastWeek, last->CloseMinute + LongerWindow(*last));
+  return month;
+}
 
-  if (start <= dt && dt < limit) {
+CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetMonth(const CZRDateTime& dt,
+                                                                CZRDateTime& start,
+                                                                CZRDateTime& end, Status& status,
+                                                                unsigned long&,
+                                                                unsigned short* flags) const {
+  Raise(flags, kFollowsReset | kEndsInReset);
+  status = StatusClosed;
+  if (m_sessions.sessions.empty()) {
+    return ReturnOK;
+  }
+  if (m_months == nullptr) {
+    m_months = std::make_unique<MonthMemo>();
+  }
+  const CZRDate first = FirstOfMonth(dt.GetDate());
+  const CZRDate next = FirstOfNextMonth(dt.GetDate());
+  const MonthSpan* month = m_months->Find(m_sessions.sessions, first, next);
+  if (month == nullptr) {
+    month = &m_months->Keep(m_sessions.sessions, first, next, FindMonth(first, next));
+  } else {
+    // To find a month turns the working copy, so that the next look-up counts it afresh.
+    m_local->m_isNormalized = 0;
+  }
+  start = month->start;
+  end = month->end;
+  if (start <= dt && dt < month->limit) {
     const Status inDay = StatusInDay(dt);
     status = inDay == StatusOpen || inDay == StatusDribble ? inDay : StatusInPeriod;
   }
@@ -282,11 +294,12 @@ CZRGSSession::ReturnType CZRGSSession::GetNextDailyResetSessionInfo(const CZRDat
                                                                     CZRDateTime& open,
                                                                     CZRDateTime& close,
                                                                     unsigned long& index) const {
-  const auto [sessions, place] = FindPlace(dt, kEndOfWeekBefore);
+  const Place place = FindPlace(dt, kEndOfWeekBefore);
+  const SessionList& sessions = place.sessions;
   for (TradingDays day(sessions); day.Next();) {
-    if (place < Seconds(day.Last().CloseMinute)) {
-      open = MovedBy(dt, Seconds(day.First().OpenMinute) - place);
-      close = MovedBy(dt, Seconds(day.Last().CloseMinute) - place);
+    if (place.seconds < Seconds(day.Last().CloseMinute)) {
+      open = MovedBy(dt, Seconds(day.First().OpenMinute) - place.seconds);
+      close = MovedBy(dt, Seconds(day.Last().CloseMinute) - place.seconds);
       index = static_cast<unsigned long>(day.LastIndex());
       return ReturnOK;
     }
@@ -294,8 +307,8 @@ CZRGSSession::ReturnType CZRGSSession::GetNextDailyResetSessionInfo(const CZRDat
   // All days of this week have closed: it is the first day of the next.
   TradingDays day(sessions);
   if (day.Next()) {
-    open = MovedBy(dt, Seconds(day.First().OpenMinute) - place + kSecondsPerWeek);
-    close = MovedBy(dt, Seconds(day.Last().CloseMinute) - place + kSecondsPerWeek);
+    open = MovedBy(dt, Seconds(day.First().OpenMinute) - place.seconds + kSecondsPerWeek);
+    close = MovedBy(dt, Seconds(day.Last().CloseMinute) - place.seconds + kSecondsPerWeek);
     index = static_cast<unsigned long>(day.LastIndex());
   } else if (!sessions.empty()) {
     index = static_cast<unsigned long>(sessions.size() - 1);

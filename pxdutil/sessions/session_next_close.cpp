@@ -167,8 +167,9 @@ void CZRGSSession::GetNextYearlySessionCloseDT(const CZRDateTime&, CZRDateTime&)
 
 int CZRGSSession::GetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
                                 std::uint16_t ZRGS_SESSION_INFO::*edge, CZRDateTime& out) const {
-  const auto [sessions, place] = FindPlace(dt, kSecondsPerWeek);
-  const auto [before, after] = NeighboursOf(place, sessions);
+  const Place found = FindPlace(dt, kSecondsPerWeek);
+  const std::int64_t place = found.seconds;
+  const auto [before, after] = NeighboursOf(place, found.sessions);
   if (before.session == nullptr) {
     return 0;
   }

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include <pxdutil/sessions/detail/week.h>
+#include <pxdutil/sessions/detail/week_index.h>
 
 using namespace pxd::detail;
 
@@ -92,8 +93,27 @@ int CZRGSSession::NormalizeToStartOfTradingWeekFromSunday() const {
       session.CloseMinute = CountedFrom(firstOpen, session.CloseMinute);
     }
     m_isNormalized = 1;
+    m_index.reset();
+    m_plainLookups = 0;
   }
   return firstOpen;
+}
+
+bool CZRGSSession::IsCountedFromFirstOpen() const {
+  const SessionList& sessions = m_sessions.sessions;
+  if (sessions.empty()) {
+    return true;
+  }
+  const int firstOpen = sessions.front().OpenMinute;
+  const auto same = [&](const ZRGS_SESSION_INFO& session, const ZRGS_SESSION_INFO& counted) {
+    return counted.OpenMinute == CountedFrom(firstOpen, session.OpenMinute) &&
+           counted.CloseMinute == CountedFrom(firstOpen, session.CloseMinute) &&
+           counted.ResetMinutes == session.ResetMinutes &&
+           counted.DribbleMinutes == session.DribbleMinutes &&
+           counted.ResetFlag == session.ResetFlag;
+  };
+  return std::equal(sessions.begin(), sessions.end(), m_normalized.sessions.begin(),
+                    m_normalized.sessions.end(), same);
 }
 
 void CZRGSSession::NormalizeToDayOfWeekFromSunday(int dayOfWeek) {

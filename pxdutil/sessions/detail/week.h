@@ -79,6 +79,19 @@ class OverlapCheck {
 
 // `dt` moved by a number of seconds, backwards where it is negative.
 [[nodiscard]] inline CZRDateTime MovedBy(const CZRDateTime& dt, std::int64_t seconds) {
+  // Round all days there are, which leaves every date as it is, so that nothing is below 0.
+  constexpr std::int64_t kRound = std::int64_t{0x10000} * kSecondsPerDay;
+  const std::uint32_t time = dt.GetTime().GetTime();
+  const std::int64_t sameDay = time + seconds;
+  if (time < kSecondsPerDay && sameDay >= 0 && sameDay < kSecondsPerDay) {
+    return CZRDateTime(dt.GetDate(), CZRTime(static_cast<unsigned>(sameDay)));
+  }
+  if (time < kSecondsPerDay && seconds > -kRound && seconds < kRound) {
+    const auto moved = static_cast<std::uint64_t>(kRound + time + seconds);
+    return CZRDateTime(
+        CZRDate(static_cast<unsigned short>(dt.GetDate().GetJulianDate() + moved / kSecondsPerDay)),
+        CZRTime(static_cast<unsigned>(moved % kSecondsPerDay)));
+  }
   const auto forward = static_cast<std::uint64_t>(seconds);
   const std::uint64_t distance = seconds < 0 ? 0 - forward : forward;
   const CZRDateTimeSpan span(static_cast<unsigned short>(distance / kSecondsPerDay),

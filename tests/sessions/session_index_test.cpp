@@ -1,0 +1,110 @@
+// A calendar that has been asked often answers from what it worked out beforehand. It must answer
+// as one that is asked for the first time, which walks through its list.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <tuple>
+
+#include <pxdutil/sessions/session.h>
+
+#include "random_calendar.h"
+
+using namespace session_test;
+
+namespace {
+
+using Answer = std::tuple<int, CZRDateTime, CZRDateTime, int, unsigned long, unsigned short>;
+
+const CZRDateTime kUntouched(CZRDate(7), CZRTime(7U));
+
+constexpr std::array kPeriods = {CZRGSSession::ResetNone, CZRGSSession::ResetDay,
+                                 CZRGSSession::ResetWeek, CZRGSSession::ResetMonth,
+                                 CZRGSSession::ResetYear};
+
+Answer Ask(const CZRGSSession& calendar, CZRGSSession::ResetType period, const CZRDateTime& dt) {
+  CZRDateTime start = kUntouched;
+  CZRDateTime end = kUntouched;
+  CZRGSSession::Status status = CZRGSSession::StatusReset;
+  unsigned long index = 999;
+  unsigned short flags = 8;
+  const int result = calendar.GetSessionInfo(period, dt, start, end, status, index, flags);
+  return {result, start, end, status, index, flags};
+}
+
+// Any words at all, as a text from outside may bring them.
+ZRGS_SESSION AnyList(Numbers& numbers) {
+  ZRGS_SESSION list;
+  for (int i = numbers.Below(30); i > 0; --i) {
+    const auto word = [&](int limit) { return static_cast<unsigned>(numbers.Below(limit)); };
+    const int limit = numbers.Chance(70) ? kWeek + 1 : 0x10000;
+    list.sessions.push_back(Info(word(limit), word(limit), word(numbers.Chance(80) ? 300 : 0x10000),
+                                 word(numbers.Chance(80) ? 300 : 0x8000),
+                                 numbers.Chance(50) ? 1U : 0U));
+  }
+  return list;
+}
+
+// A moment near an edge of the week's minutes, at the ends of all days, or none.
+CZRDateTime AnyMoment(Numbers& numbers) {
+  if (numbers.Chance(3)) {
+    return CZRDateTime(CZRDate(static_cast<unsigned short>(numbers.Below(0x10000))),
+                       CZRTime(numbers.Chance(50) ? 0xFFFFFFFFU : 86400U));
+  }
+  const int day = numbers.Chance(10) ? numbers.Below(0x10000) : 45000 + numbers.Below(800);
+  const int second = numbers.Chance(50) ? numbers.Below(86400) : 60 * numbers.Below(1440);
+  return CZRDateTime(CZRDate(static_cast<unsigned short>(day)),
+                     CZRTime(static_cast<unsigned>(second)));
+}
+
+TEST(SessionIndex, AnswersAsAFreshCalendarDoes) {
+  Numbers numbers(20240304);
+  for (int round = 0; round < 400; ++round) {
+    const ZRGS_SESSION list = round % 2 == 0 ? MakeCalendar(numbers) : AnyList(numbers);
+    const CZRGSSession calendar(list);
+    for (int i = 0; i < 300; ++i) {
+      const CZRGSSession::ResetType period =
+          kPeriods[static_cast<std::size_t>(numbers.Below(static_cast<int>(kPeriods.size())))];
+      const CZRDateTime dt = AnyMoment(numbers);
+      ASSERT_EQ(Ask(calendar, period, dt), Ask(CZRGSSession(list), period, dt))
+          << "round " << round << ", look-up " << i << ", period " << period << ", day "
+          << dt.GetDate().GetJulianDate() << ", second " << dt.GetTime().GetTime();
+    }
+  }
+}
+
+// At every minute, and a second before it, of a week with all that a calendar can have.
+TEST(SessionIndex, AnswersAlikeAtEveryEdge) {
+  ZRGS_SESSION list;
+  list.sessions = {Info(1020, 2400, 30, 10, 1), Info(2460, 3000, 0, 20, 0),
+                   Info(3010, 3840, 10, 30, 1), Info(8900, 240, 60, 60, 1)};
+  const CZRGSSession calendar(list);
+  for (int minute = 0; minute < 2 * kWeek; ++minute) {
+    for (const int second : {-1, 0}) {
+      const int at = minute * 60 + second + 86400;
+      const CZRDateTime dt(CZRDate(static_cast<unsigned short>(45000 + at / 86400)),
+                           CZRTime(static_cast<unsigned>(at % 86400)));
+      for (const auto period : {CZRGSSession::ResetNone, CZRGSSession::ResetDay,
+                                CZRGSSession::ResetWeek, CZRGSSession::ResetMonth}) {
+        ASSERT_EQ(Ask(calendar, period, dt), Ask(CZRGSSession(list), period, dt)) << minute;
+      }
+    }
+  }
+}
+
+// The list can be edited in place at any time, and a month is always that of the list as it stands.
+TEST(SessionIndex, AMonthFollowsEveryEditOfTheList) {
+  Numbers numbers(5);
+  CZRGSSession calendar(MakeCalendar(numbers));
+  for (int i = 0; i < 2000; ++i) {
+    if (numbers.Chance(10)) {
+      *calendar.GetSessionPtr() = MakeCalendar(numbers);
+    }
+    const CZRDateTime dt = AnyMoment(numbers);
+    const Answer answer = Ask(calendar, CZRGSSession::ResetMonth, dt);
+    const Answer fresh = Ask(CZRGSSession(calendar.GetSession()), CZRGSSession::ResetMonth, dt);
+    ASSERT_EQ(std::get<1>(answer), std::get<1>(fresh)) << i;
+    ASSERT_EQ(std::get<2>(answer), std::get<2>(fresh)) << i;
+  }
+}
+
+}  // namespace
