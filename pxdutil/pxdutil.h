@@ -18,6 +18,7 @@
 #include <pxdutil/foundation/spin_mutex.h>
 #include <pxdutil/foundation/text.h>
 
+#include <pxdutil/sessions/answer_span.h>
 #include <pxdutil/sessions/date_time.h>
 #include <pxdutil/sessions/resolution.h>
 #include <pxdutil/sessions/session.h>
@@ -36,6 +37,7 @@
 #include <pxdutil/fields/field_info.h>
 #include <pxdutil/fields/field_info_mgr.h>
 
+#include <pxdutil/datapoints/bars/bar_builder.h>
 #include <pxdutil/datapoints/calculated.h>
 #include <pxdutil/datapoints/column.h>
 #include <pxdutil/datapoints/data_point.h>

@@ -11,6 +11,8 @@
 //     result = bar.AddDataPt(&point, resolution, calendar, 1, trend, previous);
 //   }
 //
+// pxd::BarBuilder is that loop, for whole series.
+//
 // A bar, and the calendar it is given, belong to one thread at a time: look-ups write to the
 // calendar's caches.
 #ifndef PXDUTIL_DATAPOINTS_CALCULATED_H
@@ -21,6 +23,10 @@
 class CResoln;
 class CZRGSSession;
 
+namespace pxd {
+class BarBuilder;
+struct AnswerSpan;
+}  // namespace pxd
 namespace pxd::detail {
 struct AddRules;
 }
@@ -77,6 +83,20 @@ class PXDUTIL_API CDPCDataPtCalculated : public CDPDataPt {
   AddDataPtReturn AddByRules(const pxd::detail::AddRules& rules, const CDPDataPt* pt,
                              const CResoln& resoln, const CZRGSSession& session, int startNew,
                              TrendType& trend, const CDPDataPt* prev);
+
+ private:
+  friend class pxd::BarBuilder;
+
+  // GetNextBarCloseDateTime; `span`, where given, becomes a span round `dt` in which the answer is
+  // the same, or stays as it is where none is known.
+  static DPTStatus FindBarClose(const CZRGSSession& session, const CResoln& resoln,
+                                const CZRDateTime& dt, CZRDateTime& close, pxd::AnswerSpan* span);
+  // The moment by which a point is placed.
+  static CZRDateTime MomentByRules(const pxd::detail::AddRules& rules, const CDPDataPt& pt);
+  // AddDataPt of a point that falls there.
+  AddDataPtReturn AddPlaced(const pxd::detail::AddRules& rules, DPTStatus status,
+                            const CZRDateTime& close, const CDPDataPt* pt, int startNew,
+                            TrendType& trend, const CDPDataPt* prev);
 };
 
 #pragma pack(pop)

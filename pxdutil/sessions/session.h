@@ -25,6 +25,7 @@
 #include <pxdutil/foundation/export.h>
 #include <pxdutil/foundation/object.h>
 #include <pxdutil/foundation/text.h>
+#include <pxdutil/sessions/answer_span.h>
 #include <pxdutil/sessions/date_time.h>
 
 namespace pxd::detail {
@@ -33,6 +34,7 @@ class WeekIndex;
 struct MonthSpan;
 struct SessionAnswer;
 }  // namespace pxd::detail
+   // namespace pxd::detail
 
 #pragma pack(push, 1)
 
@@ -194,6 +196,13 @@ class PXDUTIL_API CZRGSSession : public CObject {
                             unsigned short& flags) const;
   ReturnType GetSessionInfo(ResetType reset, const CZRDateTime& dt, CZRDateTime& start,
                             CZRDateTime& end, Status& status, unsigned long& index) const;
+
+  // For how long an answer holds: finds a span round `dt` in which GetSessionInfo of this period
+  // answers all that it answers at `dt`, flags too. The span ends with the day at the latest, and
+  // may end before the answer changes. Ask behind a GetSessionInfo at `dt`. False, and `span` left
+  // alone, where nothing is known: for ResetYear, in an empty calendar, in one whose list was
+  // edited behind its first lookup, and within two weeks of either end of all days.
+  bool FindAnswerSpan(ResetType reset, const CZRDateTime& dt, pxd::AnswerSpan& span) const;
 
   // The trading day that closes next after `dt`, and the place of its last session. ReturnOK also
   // where there is no trading day; `open` and `close` are then left alone.

@@ -12,11 +12,6 @@ using namespace pxd::detail;
 
 namespace {
 
-// What is added to a place before the first open: it lies at the end of the week before.
-constexpr std::int64_t kEndOfWeekBefore = kSecondsPerWeek;
-// The week lookup adds a day only. Weekly bars have always been cut that way.
-constexpr std::int64_t kOneDay = pxd::kSecondsPerDay;
-
 const CZRDateTimeSpan kOneWeek(7, 0);
 
 void Raise(unsigned short* flags, unsigned bits) {

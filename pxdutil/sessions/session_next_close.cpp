@@ -13,9 +13,6 @@ namespace {
 // From a close to one second into the week behind it.
 constexpr std::int64_t kIntoNextWeek = kSecondsPerWeek + 1;
 
-// A place before the first open is moved on by a day only, as the week look-up does.
-constexpr std::int64_t kOneDay = pxd::kSecondsPerDay;
-
 const CZRDateTimeSpan kOneWeek(7, 0);
 
 // Whether `dt`, moved forward by `seconds`, still has a day number.
@@ -167,7 +164,7 @@ void CZRGSSession::GetNextYearlySessionCloseDT(const CZRDateTime&, CZRDateTime&)
 
 int CZRGSSession::GetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
                                 std::uint16_t ZRGS_SESSION_INFO::*edge, CZRDateTime& out) const {
-  const Place found = FindPlace(dt, kSecondsPerWeek);
+  const Place found = FindPlace(dt, kEndOfWeekBefore);
   const std::int64_t place = found.seconds;
   const auto [before, after] = NeighboursOf(place, found.sessions);
   if (before.session == nullptr) {

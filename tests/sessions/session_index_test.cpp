@@ -4,6 +4,7 @@
 
 #include <array>
 #include <tuple>
+#include <utility>
 
 #include <pxdutil/sessions/session.h>
 
@@ -105,6 +106,84 @@ TEST(SessionIndex, AMonthFollowsEveryEditOfTheList) {
     ASSERT_EQ(std::get<1>(answer), std::get<1>(fresh)) << i;
     ASSERT_EQ(std::get<2>(answer), std::get<2>(fresh)) << i;
   }
+}
+
+TEST(SessionAnswerSpan, EveryMomentOfItHasTheSameAnswer) {
+  Numbers numbers(17);
+  int found = 0;
+  int lasting = 0;
+  for (int round = 0; round < 300; ++round) {
+    const ZRGS_SESSION list = round % 2 == 0 ? MakeCalendar(numbers) : AnyList(numbers);
+    const CZRGSSession calendar(list);
+    for (int i = 0; i < 60; ++i) {
+      const CZRGSSession::ResetType period =
+          kPeriods[static_cast<std::size_t>(numbers.Below(static_cast<int>(kPeriods.size())))];
+      const CZRDateTime dt = AnyMoment(numbers);
+      const Answer answer = Ask(calendar, period, dt);
+      pxd::AnswerSpan span;
+      if (!calendar.FindAnswerSpan(period, dt, span)) {
+        continue;
+      }
+      ++found;
+      ASSERT_TRUE(span.Has(dt));
+      ASSERT_LE(span.until, 86400U);
+      lasting += span.until - span.from > 600 ? 1 : 0;
+      const auto length = static_cast<int>(span.until - span.from);
+      for (const int second : {0, length - 1, numbers.Below(length), numbers.Below(length)}) {
+        const CZRDateTime other(span.date, CZRTime(span.from + static_cast<unsigned>(second)));
+        ASSERT_TRUE(span.Has(other));
+        ASSERT_EQ(Ask(CZRGSSession(list), period, other), answer)
+            << "round " << round << ", period " << period << ", day "
+            << dt.GetDate().GetJulianDate() << ", seconds " << dt.GetTime().GetTime() << " and "
+            << other.GetTime().GetTime();
+      }
+      EXPECT_FALSE(span.Has(CZRDateTime(span.date, CZRTime(span.until))));
+      EXPECT_FALSE(span.from > 0 && span.Has(CZRDateTime(span.date, CZRTime(span.from - 1))));
+    }
+  }
+  EXPECT_GT(found, 8000);
+  EXPECT_GT(lasting, 4000);
+}
+
+TEST(SessionAnswerSpan, LastsFromTheOpenToTheClose) {
+  const CZRGSSession calendar(Weekdays(30, 10));
+  const auto spanAt = [&](CZRGSSession::ResetType period, unsigned hour, unsigned minute) {
+    Ask(calendar, period, Day(1, hour, minute));
+    pxd::AnswerSpan span;
+    EXPECT_TRUE(calendar.FindAnswerSpan(period, Day(1, hour, minute), span));
+    EXPECT_EQ(span.date, Day(1, 0, 0).GetDate());
+    return std::pair(span.from, span.until);
+  };
+  constexpr unsigned kOpen = 34200;
+  constexpr unsigned kClose = 57600;
+  using Span = std::pair<unsigned, unsigned>;
+  EXPECT_EQ(spanAt(CZRGSSession::ResetNone, 9, 30), Span(kOpen, kClose));
+  EXPECT_EQ(spanAt(CZRGSSession::ResetNone, 9, 29), Span(0, kOpen));
+  EXPECT_EQ(spanAt(CZRGSSession::ResetNone, 16, 0), Span(kClose, kClose + 600));
+  EXPECT_EQ(spanAt(CZRGSSession::ResetNone, 16, 10), Span(kClose + 600, kClose + 1800));
+  EXPECT_EQ(spanAt(CZRGSSession::ResetDay, 20, 0), Span(kClose + 1800, 86400));
+}
+
+TEST(SessionAnswerSpan, IsUnknownWhereTheAnswerMayComeFromElsewhere) {
+  const CZRDateTime noon = Day(1, 12, 0);
+  const auto isKnown = [](const CZRGSSession& calendar, CZRGSSession::ResetType period,
+                          const CZRDateTime& dt) {
+    Ask(calendar, period, dt);
+    pxd::AnswerSpan span;
+    return calendar.FindAnswerSpan(period, dt, span);
+  };
+  CZRGSSession calendar(Weekdays(0, 0));
+  pxd::AnswerSpan span;
+  EXPECT_FALSE(calendar.FindAnswerSpan(CZRGSSession::ResetNone, noon, span)) << "never asked";
+  EXPECT_TRUE(isKnown(calendar, CZRGSSession::ResetNone, noon));
+  EXPECT_TRUE(isKnown(calendar, CZRGSSession::ResetMonth, noon));
+  EXPECT_FALSE(isKnown(calendar, CZRGSSession::ResetYear, noon));
+  EXPECT_FALSE(isKnown(calendar, static_cast<CZRGSSession::ResetType>(5), noon));
+  EXPECT_FALSE(isKnown(calendar, CZRGSSession::ResetNone, CZRDateTime()));
+  EXPECT_FALSE(isKnown(calendar, CZRGSSession::ResetNone, CZRDateTime(CZRDate(13), CZRTime(0U))));
+  EXPECT_FALSE(isKnown(CZRGSSession(), CZRGSSession::ResetNone, noon));
+  calendar.GetSessionPtr()->sessions.pop_back();
+  EXPECT_FALSE(isKnown(calendar, CZRGSSession::ResetNone, noon)) << "edited";
 }
 
 }  // namespace

@@ -1,4 +1,7 @@
 // When a bar closes, and what becomes of a point that is offered to it.
+#include <algorithm>
+#include <cstdint>
+
 #include <pxdutil/datapoints/calculated.h>
 
 #include <pxdutil/datapoints/bars/detail/add_rules.h>
@@ -50,10 +53,28 @@ bool IntervalEnd(const CResoln& resoln, const CZRDateTime& open, const CZRDateTi
   return true;
 }
 
+// Cuts a span round `moment` down to the interval into which it falls.
+void CutToInterval(const CResoln& resoln, const CZRDateTime& open, const CZRDateTime& moment,
+                   pxd::AnswerSpan& span) {
+  const auto width = static_cast<std::int64_t>(static_cast<double>(resoln.GetDateTimeSpan()));
+  const auto passed = static_cast<std::int64_t>(static_cast<double>(moment - open));
+  const std::int64_t from = moment.GetTime().GetTime() - passed % width;
+  span.from = static_cast<unsigned>(std::max<std::int64_t>(span.from, from));
+  span.until = static_cast<unsigned>(std::min<std::int64_t>(span.until, from + width));
+}
+
 }  // namespace
 
 CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::GetNextBarCloseDateTime(
     const CZRGSSession& session, const CResoln& resoln, const CZRDateTime& dt, CZRDateTime& close) {
+  return FindBarClose(session, resoln, dt, close, nullptr);
+}
+
+CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::FindBarClose(const CZRGSSession& session,
+                                                                   const CResoln& resoln,
+                                                                   const CZRDateTime& dt,
+                                                                   CZRDateTime& close,
+                                                                   pxd::AnswerSpan* span) {
   const CZRGSSession::ResetType period = PeriodOf(resoln);
   CZRDateTime open;
   CZRGSSession::Status status = CZRGSSession::StatusClosed;
@@ -62,10 +83,14 @@ CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::GetNextBarCloseDateTime(
       dt.IsNullDateTime() == 0 &&
       session.GetSessionInfo(period, dt, open, close, status, index) == CZRGSSession::ReturnOK &&
       status != CZRGSSession::StatusClosed;
+  const bool hasSpan = span != nullptr && session.FindAnswerSpan(period, dt, *span);
   if (found && period == CZRGSSession::ResetNone && status != CZRGSSession::StatusReset) {
     // A late print belongs to the session's last bar, wherever in the dribble window it falls.
     const CZRDateTime moment = status == CZRGSSession::StatusDribble ? close : dt;
     found = IntervalEnd(resoln, open, moment, close);
+    if (found && hasSpan && status == CZRGSSession::StatusOpen) {
+      CutToInterval(resoln, open, dt, *span);
+    }
   }
   if (!found) {
     close.SetNullDateTime();
@@ -84,17 +109,28 @@ int CDPCDataPtCalculated::CheckCloseTime(const CZRDateTime& dt, const CResoln& r
   return close > const_cast<CDPCDataPtCalculated*>(this)->GetZRDateTime() ? 1 : 0;
 }
 
+CZRDateTime CDPCDataPtCalculated::MomentByRules(const pxd::detail::AddRules& rules,
+                                                const CDPDataPt& pt) {
+  CZRDateTime moment = const_cast<CDPDataPt&>(pt).GetZRDateTime();
+  if (rules.stepsBack && moment.IsNullDateTime() == 0 &&
+      pt.GetRuntimeClass() != rules.momentClass) {
+    moment -= CZRDateTimeSpan(0, 1);
+  }
+  return moment;
+}
+
 CDPCDataPtCalculated::AddDataPtReturn CDPCDataPtCalculated::AddByRules(
     const pxd::detail::AddRules& rules, const CDPDataPt* pt, const CResoln& resoln,
     const CZRGSSession& session, int startNew, TrendType& trend, const CDPDataPt* prev) {
-  CZRDateTime moment = const_cast<CDPDataPt*>(pt)->GetZRDateTime();
-  if (rules.stepsBack && moment.IsNullDateTime() == 0 &&
-      pt->GetRuntimeClass() != rules.momentClass) {
-    moment -= CZRDateTimeSpan(0, 1);
-  }
-
   CZRDateTime close;
-  DPTStatus status = GetNextBarCloseDateTime(session, resoln, moment, close);
+  const DPTStatus status =
+      GetNextBarCloseDateTime(session, resoln, MomentByRules(rules, *pt), close);
+  return AddPlaced(rules, status, close, pt, startNew, trend, prev);
+}
+
+CDPCDataPtCalculated::AddDataPtReturn CDPCDataPtCalculated::AddPlaced(
+    const pxd::detail::AddRules& rules, DPTStatus status, const CZRDateTime& close,
+    const CDPDataPt* pt, int startNew, TrendType& trend, const CDPDataPt* prev) {
   if (status == DPTStatusReset && rules.resetIsClosed) {
     status = DPTStatusClosed;
   }

@@ -1,4 +1,9 @@
 // How each class of bars takes a point in.
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+
 #include <pxdutil/datapoints/bars/detail/add_rules.h>
 #include <pxdutil/datapoints/ohlc_bars.h>
 #include <pxdutil/datapoints/old_bars.h>
@@ -6,17 +11,21 @@
 #include <pxdutil/datapoints/short_bars.h>
 #include <pxdutil/datapoints/ticks.h>
 #include <pxdutil/foundation/numeric.h>
+#include <pxdutil/sessions/answer_span.h>
 
 namespace {
 
 using pxd::detail::AddRules;
 
-constexpr AddRules kDailyRules = {RUNTIME_CLASS(CDPTDblDblTick), true, false, false};
-constexpr AddRules kIntradayRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, false};
+constexpr AddRules kDailyRules = {RUNTIME_CLASS(CDPTDblDblTick), true, false, false, false};
+constexpr AddRules kIntradayRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, false, false};
+// The old bars tell up from down by the price before.
+constexpr AddRules kOldDailyRules = {RUNTIME_CLASS(CDPTDblDblTick), true, false, false, true};
+constexpr AddRules kOldIntradayRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, false, true};
 // The high's bar places every point at its own stamp; its siblings step back.
-constexpr AddRules kHighRules = {RUNTIME_CLASS(CDPTDblDblTick), false, true, false};
-constexpr AddRules kCloseVolumeRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, true};
-constexpr AddRules kCloseRules = {RUNTIME_CLASS(CDPTDblTick), true, true, true};
+constexpr AddRules kHighRules = {RUNTIME_CLASS(CDPTDblDblTick), false, true, false, false};
+constexpr AddRules kCloseVolumeRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, true, false};
+constexpr AddRules kCloseRules = {RUNTIME_CLASS(CDPTDblTick), true, true, true, false};
 
 // The record of `pt` if its exact class is Point, else null.
 template <class Point>
@@ -75,6 +84,67 @@ void GrowByTick(Record& bar, const CDPSTDblDblTick& tick) {
   bar.m_Close = tick.m_Price;
 }
 
+// The same for many trades, with the figures kept out of the bar meanwhile. Every sum takes in the
+// same volumes in the same order, so that it rounds as theirs do.
+class RunOfTicks {
+ public:
+  explicit RunOfTicks(const CDPSTDblOHLCUDUT& bar)
+      : m_high(bar.m_High),
+        m_low(bar.m_Low),
+        m_close(bar.m_Close),
+        m_upVol(bar.m_UpVol),
+        m_downVol(bar.m_DownVol),
+        m_totVol(bar.m_TotVol),
+        m_upTicks(bar.m_UpTicks),
+        m_downTicks(bar.m_DownTicks),
+        m_totTicks(bar.m_TotTicks) {}
+
+  void Take(const CDPSTDblDblTick& tick) {
+    const float price = tick.m_Price;
+    const float volume = tick.m_Vol;
+    const std::int32_t word = tick.m_TickDir;
+    const bool up = word > 0;
+    const auto ticks = static_cast<float>(up ? word : pxd::WrappingNegate(word));
+    m_high = m_high < price ? price : m_high;
+    m_low = price < m_low ? price : m_low;
+    m_close = price;
+    // Both sums are made and one is kept: which way a trade goes can't be foreseen.
+    const float upVol = m_upVol + volume;
+    const float downVol = m_downVol + volume;
+    const float upTicks = m_upTicks + ticks;
+    const float downTicks = m_downTicks + ticks;
+    m_upVol = up ? upVol : m_upVol;
+    m_downVol = up ? m_downVol : downVol;
+    m_upTicks = up ? upTicks : m_upTicks;
+    m_downTicks = up ? m_downTicks : downTicks;
+    m_totVol += volume;
+    m_totTicks += ticks;
+  }
+
+  void Store(CDPSTDblOHLCUDUT& bar) const {
+    bar.m_High = m_high;
+    bar.m_Low = m_low;
+    bar.m_Close = m_close;
+    bar.m_UpVol = m_upVol;
+    bar.m_DownVol = m_downVol;
+    bar.m_TotVol = m_totVol;
+    bar.m_UpTicks = m_upTicks;
+    bar.m_DownTicks = m_downTicks;
+    bar.m_TotTicks = m_totTicks;
+  }
+
+ private:
+  float m_high;
+  float m_low;
+  float m_close;
+  float m_upVol;
+  float m_downVol;
+  float m_totVol;
+  float m_upTicks;
+  float m_downTicks;
+  float m_totTicks;
+};
+
 CDPCDataPtCalculated::TrendType TrendOf(const CDPSTDblDblTick& tick) {
   return tick.m_TickDir > 0 ? CDPCDataPtCalculated::TrendUp : CDPCDataPtCalculated::TrendDown;
 }
@@ -110,6 +180,24 @@ void CDPCDblOHLCUDUT::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, c
   } else if (const auto* daily = RecordIf<CDPCDblOHLCUDUTO>(pt); daily != nullptr) {
     takeBar(*daily);
   }
+}
+
+std::size_t CDPCDblOHLCUDUT::IncludeRun(std::span<const CDPTDblDblTick> trades,
+                                        const pxd::AnswerSpan& span, TrendType& trend) {
+  RunOfTicks run(m_Record);
+  std::size_t taken = 0;
+  for (; taken < trades.size(); ++taken) {
+    const CDPSTDblDblTick& tick = trades[taken].GetDPST();
+    if (!span.Has(tick.GetDateTime())) {
+      break;
+    }
+    run.Take(tick);
+  }
+  if (taken != 0) {
+    run.Store(m_Record);
+    trend = TrendOf(trades[taken - 1].GetDPST());
+  }
+  return taken;
 }
 
 void CDPCDblOHLCUDUTO::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, const CDPDataPt*) {
@@ -169,19 +257,8 @@ struct Reference {
 };
 
 Reference PriceBefore(const CDPDataPt* prev, bool consultsPrev, float close) {
-  if (!consultsPrev || prev == nullptr || prev->IsNull() != 0) {
-    return {false, close};
-  }
-  if (const auto* tick = RecordIf<CDPTDblDblTick>(prev); tick != nullptr) {
-    return {true, tick->m_Price};
-  }
-  if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOld>(prev); bar != nullptr) {
-    return {true, bar->m_Close};
-  }
-  if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOOld>(prev); bar != nullptr) {
-    return {true, bar->m_Close};
-  }
-  return {true, 0.0F};
+  const auto left = consultsPrev ? pxd::detail::PriceLeftBy(prev) : std::nullopt;
+  return left ? Reference{true, *left} : Reference{false, close};
 }
 
 template <class Record>
@@ -339,14 +416,14 @@ void CDPOptDaily::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDa
 }
 
 // One row a class: by which rules its points are placed.
-#define PXDUTIL_FOR_EACH_BAR(X)         \
-  X(CDPCDblOHLCUDUTO, kDailyRules)      \
-  X(CDPCDblOHLCUDUTOOld, kDailyRules)   \
-  X(CDPCDblOHLCUDUT, kIntradayRules)    \
-  X(CDPCDblDblL, kIntradayRules)        \
-  X(CDPCDblOHLCUDUTOld, kIntradayRules) \
-  X(CDPCDblDblH, kHighRules)            \
-  X(CDPCDblDblC, kCloseVolumeRules)     \
+#define PXDUTIL_FOR_EACH_BAR(X)            \
+  X(CDPCDblOHLCUDUTO, kDailyRules)         \
+  X(CDPCDblOHLCUDUTOOld, kOldDailyRules)   \
+  X(CDPCDblOHLCUDUT, kIntradayRules)       \
+  X(CDPCDblDblL, kIntradayRules)           \
+  X(CDPCDblOHLCUDUTOld, kOldIntradayRules) \
+  X(CDPCDblDblH, kHighRules)               \
+  X(CDPCDblDblC, kCloseVolumeRules)        \
   X(CDPCDblC, kCloseRules)
 
 #define PXDUTIL_DEFINE_ADD(bar, rules)                                                             \
@@ -357,3 +434,32 @@ void CDPOptDaily::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDa
   }
 PXDUTIL_FOR_EACH_BAR(PXDUTIL_DEFINE_ADD)
 #undef PXDUTIL_DEFINE_ADD
+
+const AddRules* pxd::detail::FindAddRules(const CRuntimeClass* bar) {
+  struct Row {
+    const CRuntimeClass* bar;
+    const AddRules* rules;
+  };
+#define PXDUTIL_RULES_ROW(bar, rules) Row{RUNTIME_CLASS(bar), &::rules},
+  static constexpr Row kRows[] = {PXDUTIL_FOR_EACH_BAR(PXDUTIL_RULES_ROW)};
+#undef PXDUTIL_RULES_ROW
+  const Row* const found = std::find_if(std::begin(kRows), std::end(kRows),
+                                        [bar](const Row& row) { return row.bar == bar; });
+  return found != std::end(kRows) ? found->rules : nullptr;
+}
+
+std::optional<float> pxd::detail::PriceLeftBy(const CDPDataPt* previous) {
+  if (previous == nullptr || previous->IsNull() != 0) {
+    return std::nullopt;
+  }
+  if (const auto* tick = RecordIf<CDPTDblDblTick>(previous); tick != nullptr) {
+    return tick->m_Price;
+  }
+  if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOld>(previous); bar != nullptr) {
+    return bar->m_Close;
+  }
+  if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOOld>(previous); bar != nullptr) {
+    return bar->m_Close;
+  }
+  return 0.0F;
+}

@@ -21,6 +21,11 @@ inline constexpr int kMinutesPerDay = 1440;
 inline constexpr int kMinutesPerWeek = 10080;
 inline constexpr std::int64_t kSecondsPerWeek = std::int64_t{7} * kSecondsPerDay;
 
+// What is added to a place before the first open: it lies at the end of the week before.
+inline constexpr std::int64_t kEndOfWeekBefore = kSecondsPerWeek;
+// The week lookup adds a day only. Weekly bars have always been cut that way.
+inline constexpr std::int64_t kOneDay = kSecondsPerDay;
+
 // The longer of the two windows behind a close.
 [[nodiscard]] inline int LongerWindow(const ZRGS_SESSION_INFO& session) {
   return std::max<int>(session.ResetMinutes, session.DribbleMinutes);

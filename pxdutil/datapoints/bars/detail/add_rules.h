@@ -2,7 +2,11 @@
 #ifndef PXDUTIL_DATAPOINTS_BARS_DETAIL_ADD_RULES_H
 #define PXDUTIL_DATAPOINTS_BARS_DETAIL_ADD_RULES_H
 
+#include <optional>
+
 #include <pxdutil/foundation/object.h>
+
+class CDPDataPt;
 
 namespace pxd::detail {
 
@@ -17,7 +21,15 @@ struct AddRules {
   bool resetIsClosed;
   // Whether a bar without data, too, takes a point only where the caller asks for a new bar.
   bool emptyBarWaits;
+  // Whether merging a trade looks at the point before it.
+  bool consultsPrevious;
 };
+
+// The rules of a class of bars, null for a class that isn't of this library or takes no points.
+[[nodiscard]] const AddRules* FindAddRules(const CRuntimeClass* bar);
+
+// All that merging a trade looks at in the point before it: its price, or none.
+[[nodiscard]] std::optional<float> PriceLeftBy(const CDPDataPt* previous);
 
 }  // namespace pxd::detail
 
