@@ -1,6 +1,7 @@
 // Ticks into bars through AddDataPt, beside the plain sum of the same ticks: no session, no rule
 // and no bar, just the bytes read once.
 #include <benchmark/benchmark.h>
+#include <pxdutil/datapoints/bars/bar_builder.h>
 #include <pxdutil/datapoints/ohlc_bars.h>
 #include <pxdutil/sessions/resolution.h>
 
@@ -65,5 +66,57 @@ void TicksIntoDailyBars(benchmark::State& state) {
   TicksInto<CDPCDblOHLCUDUTO>(state, {4, 1});
 }
 BENCHMARK(TicksIntoDailyBars)->Unit(benchmark::kMillisecond);
+
+// What the builder hands on is counted and thrown away.
+class Counted final : public pxd::BarSink {
+ public:
+  void Take(CDPCDataPtCalculated&) override { ++bars; }
+  std::size_t bars = 0;
+};
+
+template <class Bar>
+void SeriesInto(benchmark::State& state, ZRGS_RESOLUTION resolution) {
+  const auto& trades = SharedTrades();
+  const CZRGSSession week = bench::StockWeek();
+  for (auto _ : state) {
+    Bar bar;
+    Counted counted;
+    pxd::BarBuilder builder(bar, CResoln(resolution), week, counted);
+    builder.Add(trades);
+    benchmark::DoNotOptimize(counted.bars);
+  }
+  CountTicks(state);
+}
+
+template <class Bar>
+void PointsInto(benchmark::State& state, ZRGS_RESOLUTION resolution) {
+  const auto& trades = SharedTrades();
+  const CZRGSSession week = bench::StockWeek();
+  for (auto _ : state) {
+    Bar bar;
+    Counted counted;
+    pxd::BarBuilder builder(bar, CResoln(resolution), week, counted);
+    for (const CDPTDblDblTick& tick : trades) {
+      builder.Add(tick);
+    }
+    benchmark::DoNotOptimize(counted.bars);
+  }
+  CountTicks(state);
+}
+
+void SeriesIntoMinuteBars(benchmark::State& state) {
+  SeriesInto<CDPCDblOHLCUDUT>(state, {3, 1});
+}
+BENCHMARK(SeriesIntoMinuteBars)->Unit(benchmark::kMillisecond);
+
+void SeriesIntoDailyBars(benchmark::State& state) {
+  SeriesInto<CDPCDblOHLCUDUTO>(state, {4, 1});
+}
+BENCHMARK(SeriesIntoDailyBars)->Unit(benchmark::kMillisecond);
+
+void PointsIntoMinuteBars(benchmark::State& state) {
+  PointsInto<CDPCDblOHLCUDUT>(state, {3, 1});
+}
+BENCHMARK(PointsIntoMinuteBars)->Unit(benchmark::kMillisecond);
 
 }  // namespace
