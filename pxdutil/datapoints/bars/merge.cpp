@@ -1,5 +1,7 @@
 // How each class of bars takes a point in.
 #include <algorithm>
+#include <bit>
+#include <cmath>
 #include <cstdint>
 #include <iterator>
 #include <optional>
@@ -84,6 +86,21 @@ void GrowByTick(Record& bar, const CDPSTDblDblTick& tick) {
   bar.m_Close = tick.m_Price;
 }
 
+// Either a value or, without a branch, what changes no sum: adding -0 leaves even a 0 its sign.
+// Which way a trade goes can't be foreseen.
+float ValueIf(bool wanted, float value) {
+  constexpr std::uint32_t kNothing = 0x80000000U;
+  const std::uint32_t mask = 0U - static_cast<std::uint32_t>(wanted);
+  return std::bit_cast<float>((std::bit_cast<std::uint32_t>(value) & mask) | (kNothing & ~mask));
+}
+
+// The word without its sign, but for the one that has no other, and without a branch.
+std::int32_t Magnitude(std::int32_t word) {
+  const std::int32_t sign = word >> 31;
+  const auto mask = static_cast<std::uint32_t>(sign);
+  return static_cast<std::int32_t>((static_cast<std::uint32_t>(word) ^ mask) - mask);
+}
+
 // The same for many trades, with the figures kept out of the bar meanwhile. Every sum takes in the
 // same volumes in the same order, so that it rounds as theirs do.
 class RunOfTicks {
@@ -99,24 +116,25 @@ class RunOfTicks {
         m_downTicks(bar.m_DownTicks),
         m_totTicks(bar.m_TotTicks) {}
 
+  // Adding to a NaN may change its bits, and a sum that nothing is added to keeps them.
+  [[nodiscard]] bool MayRun() const {
+    return !std::isnan(m_upVol) && !std::isnan(m_downVol) && !std::isnan(m_upTicks) &&
+           !std::isnan(m_downTicks);
+  }
+
   void Take(const CDPSTDblDblTick& tick) {
     const float price = tick.m_Price;
     const float volume = tick.m_Vol;
     const std::int32_t word = tick.m_TickDir;
     const bool up = word > 0;
-    const auto ticks = static_cast<float>(up ? word : pxd::WrappingNegate(word));
+    const auto ticks = static_cast<float>(Magnitude(word));
     m_high = m_high < price ? price : m_high;
     m_low = price < m_low ? price : m_low;
     m_close = price;
-    // Both sums are made and one is kept: which way a trade goes can't be foreseen.
-    const float upVol = m_upVol + volume;
-    const float downVol = m_downVol + volume;
-    const float upTicks = m_upTicks + ticks;
-    const float downTicks = m_downTicks + ticks;
-    m_upVol = up ? upVol : m_upVol;
-    m_downVol = up ? m_downVol : downVol;
-    m_upTicks = up ? upTicks : m_upTicks;
-    m_downTicks = up ? m_downTicks : downTicks;
+    m_upVol += ValueIf(up, volume);
+    m_downVol += ValueIf(!up, volume);
+    m_upTicks += ValueIf(up, ticks);
+    m_downTicks += ValueIf(!up, ticks);
     m_totVol += volume;
     m_totTicks += ticks;
   }
@@ -185,8 +203,9 @@ void CDPCDblOHLCUDUT::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, c
 std::size_t CDPCDblOHLCUDUT::IncludeRun(std::span<const CDPTDblDblTick> trades,
                                         const pxd::AnswerSpan& span, TrendType& trend) {
   RunOfTicks run(m_Record);
+  const std::size_t most = run.MayRun() ? trades.size() : 0;
   std::size_t taken = 0;
-  for (; taken < trades.size(); ++taken) {
+  for (; taken < most; ++taken) {
     const CDPSTDblDblTick& tick = trades[taken].GetDPST();
     if (!span.Has(tick.GetDateTime())) {
       break;
