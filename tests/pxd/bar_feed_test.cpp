@@ -84,6 +84,24 @@ Result Feed(const std::string& resolution, const std::string& sessions,
 
 constexpr const char* kStocks = "Mon-Fri 09:30-16:00 dribble 10 reset 30";
 
+TEST(TradeTicks, AreWhatAQuoteOfTheTradeFills) {
+  const QuotePool pool;
+  TradeTicks ticks;
+  for (const double price : {101.25, -37.63, 0.1, 3.4e38, 1e-40, 16777217.0}) {
+    const Trade trade{CZRDateTime(CZRDate(45355), CZRTime(9, 31, 7)), price, 0.3, 2};
+    CZRGSQuote quote;
+    quote.AddFieldDate(4, 280, trade.when.GetDate().GetJulianDate());
+    quote.AddFieldTime(4, 281, trade.when.GetTime().GetTime());
+    quote.AddFieldDouble(4, 235, trade.price);
+    quote.AddFieldDouble(4, 249, trade.volume);
+    CDPTDblDblTick filled;
+    ASSERT_EQ(filled.SetFromQuote(quote), 1);
+    CDPTDblDblTick tick = ticks.TickOf(trade);
+    EXPECT_EQ(tick.IsEqualTo(&filled), 1) << price;
+    EXPECT_EQ(tick.GetZRDateTime(), filled.GetZRDateTime());
+  }
+}
+
 TEST(TradeTicks, DirectionFollowsThePriceBefore) {
   const QuotePool pool;
   TradeTicks ticks;

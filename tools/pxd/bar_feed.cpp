@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <pxdutil/datapoints/bars/bar_builder.h>
 #include <pxdutil/datapoints/calculated.h>
 #include <pxdutil/datapoints/ohlc_bars.h>
 
@@ -72,73 +73,44 @@ class FeedBase : public BarFeed {
   CZRDateTime m_latest;
 };
 
-// The caller's loop: offers the point, takes away the bar that it completes, and offers it again.
-// Whether the point was taken.
-template <class Emit>
-bool AddToBar(Calculated& bar, const CDPDataPt& point, const CResoln& resolution,
-              const CZRGSSession& calendar, Emit emit) {
-  Calculated::TrendType trend = Calculated::TrendUp;
-  auto result = bar.AddDataPt(&point, resolution, calendar, 0, trend, nullptr);
-  if (result == Calculated::AddBarComplete) {
-    if (bar.GetZRDateTime().IsNullDateTime() == 0) {
-      emit(bar);
-    }
-    result = bar.AddDataPt(&point, resolution, calendar, 1, trend, nullptr);
-    if (result == Calculated::AddBarComplete) {
-      bar.SetToNull();  // a daily bar stays as it is over a point in the reset window
-    }
-  }
+bool IsTaken(BarBuilder::Result result) {
   return result == Calculated::AddIncluded || result == Calculated::AddStartedNewBar;
 }
 
-class IntradayFeed final : public FeedBase {
+class IntradayFeed final : public FeedBase, private BarSink {
  public:
   IntradayFeed(const CFieldResoln& pair, const ZRGS_SESSION& week, PointSink& sink)
-      : FeedBase(week, sink), m_resolution(pair.GetResoln()), m_bar(MakeBar(pair)) {}
+      : FeedBase(week, sink),
+        m_bar(MakeBar(pair)),
+        m_builder(*m_bar, pair.GetResoln(), m_calendar, *this) {}
 
-  void Finish() override {
-    if (IsBuilding()) {
-      Emit(*m_bar);
-      m_bar->SetToNull();
-    }
-  }
+  void Finish() override { m_builder.Finish(); }
 
  protected:
-  bool TakeInOrder(const CDPTDblDblTick& tick) override {
-    return AddToBar(*m_bar, tick, m_resolution, m_calendar, [this](CDPDataPt& bar) { Emit(bar); });
-  }
-
-  // An empty bar would begin with the tick, though a later bar may have been handed on.
-  bool TakeLate(const CDPTDblDblTick& tick) override {
-    Calculated::TrendType trend = Calculated::TrendUp;
-    return IsBuilding() && m_bar->AddDataPt(&tick, m_resolution, m_calendar, 0, trend, nullptr) ==
-                               Calculated::AddIncluded;
-  }
+  bool TakeInOrder(const CDPTDblDblTick& tick) override { return IsTaken(m_builder.Add(tick)); }
+  bool TakeLate(const CDPTDblDblTick& tick) override { return m_builder.AddLate(tick); }
 
  private:
-  bool IsBuilding() { return m_bar->GetZRDateTime().IsNullDateTime() == 0; }
+  void Take(Calculated& bar) override { Emit(bar); }
 
-  CResoln m_resolution;
   std::unique_ptr<Calculated> m_bar;
+  BarBuilder m_builder;
 };
 
-class PeriodFeed final : public BarFeed, private PointSink {
+class PeriodFeed final : public BarFeed, private PointSink, private BarSink {
  public:
   PeriodFeed(const CFieldResoln& pair, const ZRGS_SESSION& week, PointSink& sink)
-      : m_resolution(pair.GetResoln()),
-        m_calendar(week),
+      : m_calendar(week),
         m_sink(sink),
         m_bar(MakeBar(pair)),
+        m_builder(*m_bar, pair.GetResoln(), m_calendar, *this),
         m_minutes(MinutesOf(pair), week, *this) {}
 
   bool Offer(const CDPTDblDblTick& tick) override { return m_minutes.Offer(tick); }
 
   void Finish() override {
     m_minutes.Finish();
-    if (m_bar->GetZRDateTime().IsNullDateTime() == 0) {
-      Emit();
-      m_bar->SetToNull();
-    }
+    m_builder.Finish();
   }
 
   [[nodiscard]] FeedCounts Counts() const override {
@@ -150,24 +122,24 @@ class PeriodFeed final : public BarFeed, private PointSink {
   }
 
  private:
-  void Emit() {
+  void Take(Calculated& bar) override {
     ++m_points;
-    m_sink.Take(*m_bar);
+    m_sink.Take(bar);
   }
 
   // A session may belong to no trading day; its minutes then have no place, nor have their ticks.
   void Take(CDPDataPt& minute) override {
     const std::uint64_t ticks = m_minutes.Counts().taken - m_ticksInMinutes;
     m_ticksInMinutes += ticks;
-    if (!AddToBar(*m_bar, minute, m_resolution, m_calendar, [this](CDPDataPt&) { Emit(); })) {
+    if (!IsTaken(m_builder.Add(minute))) {
       m_untaken += ticks;
     }
   }
 
-  CResoln m_resolution;
   CZRGSSession m_calendar;
   PointSink& m_sink;
   std::unique_ptr<Calculated> m_bar;
+  BarBuilder m_builder;
   IntradayFeed m_minutes;
   std::uint64_t m_ticksInMinutes = 0;
   std::uint64_t m_untaken = 0;

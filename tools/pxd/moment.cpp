@@ -10,21 +10,23 @@
 namespace pxd::tool {
 namespace {
 
-constexpr bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-// Takes exactly `digits` digits off the front of `text`.
-std::optional<unsigned> TakeNumber(std::string_view& text, std::size_t digits) {
-  if (text.size() < digits || !std::all_of(text.begin(), text.begin() + static_cast<int>(digits),
-                                           [](char c) { return IsDigit(c); })) {
+// Takes exactly so many digits off the front of `text`.
+template <std::size_t kDigits>
+std::optional<unsigned> TakeNumber(std::string_view& text) {
+  if (text.size() < kDigits) {
     return std::nullopt;
   }
   unsigned value = 0;
-  for (const char c : text.substr(0, digits)) {
-    value = value * 10 + static_cast<unsigned>(c - '0');
+  bool allDigits = true;
+  for (std::size_t i = 0; i < kDigits; ++i) {
+    const unsigned digit = static_cast<unsigned>(static_cast<unsigned char>(text[i])) - '0';
+    allDigits = allDigits && digit <= 9;
+    value = value * 10 + digit;
   }
-  text.remove_prefix(digits);
+  if (!allDigits) {
+    return std::nullopt;
+  }
+  text.remove_prefix(kDigits);
   return value;
 }
 
@@ -38,13 +40,13 @@ bool TakeChar(std::string_view& text, char wanted) {
 
 std::optional<CZRDate> TakeDate(std::string_view& text) {
   std::string_view rest = text;
-  const auto year = TakeNumber(rest, 4);
+  const auto year = TakeNumber<4>(rest);
   const bool dashed = TakeChar(rest, '-');
-  const auto month = TakeNumber(rest, 2);
+  const auto month = TakeNumber<2>(rest);
   if (dashed && !TakeChar(rest, '-')) {
     return std::nullopt;
   }
-  const auto day = TakeNumber(rest, 2);
+  const auto day = TakeNumber<2>(rest);
   if (!year || !month || !day) {
     return std::nullopt;
   }
@@ -58,7 +60,7 @@ std::optional<CZRDate> TakeDate(std::string_view& text) {
 
 // Hours with one digit are common in what spreadsheets write.
 std::optional<unsigned> TakeHour(std::string_view& text) {
-  return text.size() > 1 && text[1] == ':' ? TakeNumber(text, 1) : TakeNumber(text, 2);
+  return text.size() > 1 && text[1] == ':' ? TakeNumber<1>(text) : TakeNumber<2>(text);
 }
 
 std::optional<CZRTime> TakeTime(std::string_view& text) {
@@ -67,13 +69,13 @@ std::optional<CZRTime> TakeTime(std::string_view& text) {
   if (!hour || !TakeChar(rest, ':')) {
     return std::nullopt;
   }
-  const auto minute = TakeNumber(rest, 2);
+  const auto minute = TakeNumber<2>(rest);
   if (!minute) {
     return std::nullopt;
   }
   unsigned second = 0;
   if (TakeChar(rest, ':')) {
-    const auto seconds = TakeNumber(rest, 2);
+    const auto seconds = TakeNumber<2>(rest);
     if (!seconds) {
       return std::nullopt;
     }
@@ -101,9 +103,9 @@ bool IsZone(std::string_view text) {
   if (!TakeChar(text, '+') && !TakeChar(text, '-')) {
     return false;
   }
-  const auto hours = TakeNumber(text, 2);
+  const auto hours = TakeNumber<2>(text);
   TakeChar(text, ':');
-  return hours && (text.empty() || (TakeNumber(text, 2) && text.empty()));
+  return hours && (text.empty() || (TakeNumber<2>(text) && text.empty()));
 }
 
 constexpr std::int64_t kDay = kSecondsPerDay;
@@ -183,7 +185,9 @@ std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t secon
 }
 
 bool IsInCalendarYears(const CZRDateTime& moment) {
-  return moment.GetDate() >= CZRDate(3, 1, 1900) && moment.GetDate() <= CZRDate(3, 31, 2079);
+  static const CZRDate first(3, 1, 1900);
+  static const CZRDate last(3, 31, 2079);
+  return moment.GetDate() >= first && moment.GetDate() <= last;
 }
 
 std::string DateText(const CZRDate& date) {

@@ -1,7 +1,9 @@
-// Turns trades into the library's ticks, by the road that a server's trades take: a quote with one
-// field a value, from which the tick fills itself.
+// Turns trades into the library's ticks: the ones that a quote with a field for each value would
+// fill, without the quote.
 #ifndef PXDUTIL_TOOLS_PXD_TRADE_TICKS_H
 #define PXDUTIL_TOOLS_PXD_TRADE_TICKS_H
+
+#include <cstdint>
 
 #include <pxdutil/datapoints/ticks.h>
 #include <pxdutil/quotes/quote.h>
@@ -19,7 +21,6 @@ class QuotePool {
   QuotePool& operator=(const QuotePool&) = delete;
 };
 
-// Needs a QuotePool around it. Once warm it takes no memory.
 class TradeTicks {
  public:
   // The trade as a tick of this object's, valid until the next call. Its tick word is 1 where the
@@ -29,11 +30,10 @@ class TradeTicks {
   const CDPTDblDblTick& TickOf(const Trade& trade);
 
  private:
-  CZRGSQuote m_quote;
   CDPTDblDblTick m_tick;
   bool m_isFirst = true;
   double m_lastPrice = 0.0;
-  long m_direction = 1;
+  std::int32_t m_direction = 1;
 };
 
 }  // namespace pxd::tool

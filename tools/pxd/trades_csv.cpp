@@ -158,10 +158,19 @@ bool TradesCsv::ReadValues(std::string& problem) {
   return true;
 }
 
+// Most rows have the date of the row before.
+std::optional<CZRDate> TradesCsv::DateOf(std::string_view text) {
+  if (text != m_lastDateText || !m_lastDate) {
+    m_lastDate = ReadDate(text);
+    m_lastDateText = m_lastDate ? text : std::string_view();
+  }
+  return m_lastDate;
+}
+
 // Nothing, or what was expected.
 std::string_view TradesCsv::ReadValue(ColumnRole role, std::string_view text) {
   if (role == ColumnRole::kDate) {
-    m_date = ReadDate(text);
+    m_date = DateOf(text);
     return m_date || (m_stamp = ReadDateTime(text)) ? "" : "a date such as 2024-03-04";
   }
   if (role == ColumnRole::kTime) {

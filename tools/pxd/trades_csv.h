@@ -76,6 +76,7 @@ class TradesCsv {
   bool RowIsBad(std::string problem);
   bool ReadValues(std::string& problem);
   std::string_view ReadValue(ColumnRole role, std::string_view text);
+  std::optional<CZRDate> DateOf(std::string_view text);
   bool Complete(std::string& problem);
 
   TradeOptions m_options;
@@ -93,6 +94,9 @@ class TradesCsv {
   std::optional<CZRTime> m_time;
   std::optional<CZRDateTime> m_stamp;
   Trade m_trade;
+  // The date that was read last, and its text.
+  std::string m_lastDateText;
+  std::optional<CZRDate> m_lastDate;
 
   std::string m_error;
   std::uint64_t m_badRows = 0;

@@ -179,7 +179,6 @@ void RunBars(BarsSettings settings) {
 
   Input input(settings.trades);
   BarOutput output(settings, pair);
-  const QuotePool pool;
   const auto feed = MakeBarFeed(pair, week, output);
   Road road(*feed);
   TradesCsv csv(settings.reading, road);
