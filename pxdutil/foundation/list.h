@@ -73,13 +73,20 @@ class CList : public CObject {
   explicit CList(std::ptrdiff_t blockSize = 10) { static_cast<void>(blockSize); }
   // Copies the elements; places in the other list stay in that.
   CList(const CList& other) : CObject(other) { Append(other); }
+  // Where memory runs out, the list is as it was.
   CList& operator=(const CList& other) {
     if (this != &other) {
-      m_nodes.clear();
-      Append(other);
+      *this = CList(other);
     }
     return *this;
   }
+  // Takes over the elements, with their places.
+  CList(CList&& other) noexcept : CObject(other), m_nodes(std::move(other.m_nodes)) {}
+  CList& operator=(CList&& other) noexcept {
+    m_nodes = std::move(other.m_nodes);
+    return *this;
+  }
+  ~CList() override = default;
 
   // The number of elements.
   [[nodiscard]] std::ptrdiff_t GetCount() const noexcept {
