@@ -164,7 +164,7 @@ void CArchive::Write(const void* bytes, unsigned int count) {
     FlushStored();
   }
   if (count > kBufferSize) {
-    m_file->Write(bytes, count);
+    HandOver([&] { m_file->Write(bytes, count); });
   } else if (count > 0) {
     std::memcpy(m_buffer.data() + m_end, bytes, count);
     m_end += count;
@@ -218,7 +218,7 @@ std::uint32_t CArchive::ReadCount() {
 void CArchive::Flush() {
   if (m_mode == store) {
     FlushStored();
-    m_file->Flush();
+    HandOver([&] { m_file->Flush(); });
   } else if (m_mode == load && m_next != m_end) {
     const auto unread = static_cast<std::int64_t>(m_end - m_next);
     m_next = 0;
@@ -239,7 +239,19 @@ void CArchive::FlushStored() {
   if (m_end > 0) {
     const auto count = static_cast<unsigned int>(m_end);
     m_end = 0;  // a failed write isn't tried again when the archive is closed
-    m_file->Write(m_buffer.data(), count);
+    HandOver([&] { m_file->Write(m_buffer.data(), count); });
+  }
+}
+
+// Behind a failure the file ends where nobody knows, so nothing more is stored: it would stand at
+// the wrong place.
+template <class Action>
+void CArchive::HandOver(Action action) {
+  try {
+    action();
+  } catch (...) {
+    m_mode = kClosed;
+    throw;
   }
 }
 

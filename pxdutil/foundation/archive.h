@@ -10,7 +10,8 @@
 //
 // Storing into an archive that loads throws a CArchiveException* with the cause readOnly, loading
 // from one that stores with writeOnly, and loading past the end with endOfFile. Failures of the
-// file pass through. An archive belongs to one thread at a time; the file must outlive it.
+// file pass through, and an archive whose file failed stores nothing more. An archive belongs to
+// one thread at a time; the file must outlive it.
 #ifndef PXDUTIL_FOUNDATION_ARCHIVE_H
 #define PXDUTIL_FOUNDATION_ARCHIVE_H
 
@@ -144,6 +145,8 @@ class PXDUTIL_API CArchive {
 
   [[noreturn]] void Throw(int cause) const;
   void FlushStored();
+  template <class Action>
+  void HandOver(Action action);
   // Makes at least `wanted` unread bytes stand in the buffer, or throws endOfFile.
   void Fill(std::size_t wanted);
   [[nodiscard]] std::uint32_t ReadTextLength(bool& wide);
