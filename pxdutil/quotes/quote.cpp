@@ -87,6 +87,7 @@ CZRGSQuote::~CZRGSQuote() {
 void CZRGSQuote::init(const CZRGSQuote& source) {
   ReleaseAll();
   m_vFields.clear();
+  m_bCached = false;  // also where the copy fails: the fields that told the date are gone
   m_vFields.reserve(source.m_vFields.size());
   for (const Field* field : source.m_vFields) {
     if (Field* copy = CreateField(field); copy != nullptr) {
