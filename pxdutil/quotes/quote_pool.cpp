@@ -48,7 +48,7 @@ void CZRGSQuote::UnInit() {
   for (Field* node : m_vFieldPool) {
     FreeNode(node);
   }
-  m_vFieldPool = {};
+  std::vector<Field*>().swap(m_vFieldPool);  // an empty list assigned would keep its room
   m_bInitialized = false;
 }
 
