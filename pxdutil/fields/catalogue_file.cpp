@@ -2,6 +2,7 @@
 // replacement.
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -21,9 +22,15 @@
 
 namespace fs = std::filesystem;
 
-// Not the function itself: on Windows a friend would lose its export.
-struct pxd::detail::CatalogueVersion {
-  static constexpr unsigned short kNumber = CFieldInfoMgr::FIELDINFO_VERSION;
+// What the functions below need of the catalogue. They aren't friends themselves: on Windows a
+// friend would lose its export.
+struct pxd::detail::CatalogueInside {
+  static constexpr unsigned short kVersion = CFieldInfoMgr::FIELDINFO_VERSION;
+  static constexpr unsigned short kRows = CFieldInfoMgr::FIELDINFO_MAXID;
+
+  static void RemoveRow(CFieldInfoMgr& catalogue, std::size_t id) {
+    catalogue.m_vFieldInfo[id].reset();
+  }
 };
 
 namespace {
@@ -31,6 +38,7 @@ namespace {
 using pxd::CatalogueTrailer;
 using pxd::FilePath;
 using pxd::FileText;
+using pxd::detail::CatalogueInside;
 using pxd::detail::PlainCatalogueRow;
 using pxd::detail::WholeCatalogueRow;
 
@@ -207,15 +215,29 @@ void pxd::LoadBuiltInCatalogue(CFieldInfoMgr& catalogue) {
   catalogue.BuildFieldInfoFile(text);
   LinesInMemory lines(text);
   CString error;
-  if (catalogue.LoadFromFile(lines, error) == 0) {
-    Fault(error);
+  std::bitset<CatalogueInside::kRows> before;
+  for (unsigned short id = 0; id < CatalogueInside::kRows; ++id) {
+    before[id] = catalogue.GetFieldInfo(id) != nullptr;
+  }
+  try {
+    if (catalogue.LoadFromFile(lines, error) == 0) {
+      Fault(error);
+    }
+  } catch (...) {
+    // Rows of half a catalogue would be in the way when the host tries again.
+    for (std::size_t id = 0; id < before.size(); ++id) {
+      if (!before[id]) {
+        CatalogueInside::RemoveRow(catalogue, id);
+      }
+    }
+    throw;
   }
 }
 
 CatalogueTrailer pxd::CheckCatalogueTrailer(const char* path) {
   try {
     CFile file(path, CFile::modeRead | CFile::typeBinary);
-    return CheckTrailer(file, pxd::detail::CatalogueVersion::kNumber);
+    return CheckTrailer(file, CatalogueInside::kVersion);
   } catch (CFileException* exception) {
     exception->Delete();  // a file that can't be read is as good as none
     return CatalogueTrailer::kUnreadable;

@@ -110,10 +110,11 @@ const CZRListEx<CField>* CZRGSFieldInfo::GetUpdateFieldIDListPtr(CResoln resoln)
 }
 
 void CZRGSFieldInfo::SetResolnUpdateFieldList(const CZRListEx<CResolnAndUpdateFieldList>& list) {
-  EmptyUpdateFieldMap();
+  std::map<CResoln, CZRListEx<CField>> map;
   for (const CResolnAndUpdateFieldList& entry : list) {
-    m_UpdateFieldMap.try_emplace(entry.m_Resoln, entry.m_FieldList);
+    map.try_emplace(entry.m_Resoln, entry.m_FieldList);
   }
+  m_UpdateFieldMap.swap(map);
 }
 
 void CZRGSFieldInfo::EmptyUpdateFieldMap() {

@@ -27,6 +27,7 @@
 #include <pxdutil/foundation/object.h>
 #include <pxdutil/foundation/text.h>
 
+class CFieldInfoMgr;
 class CStdioFile;
 
 namespace pxd {
@@ -43,10 +44,14 @@ enum class CatalogueTrailer {
 // Reads the trailer of the file at `path`.
 [[nodiscard]] PXDUTIL_API CatalogueTrailer CheckCatalogueTrailer(const char* path);
 
+// Adds the rows of the built-in catalogue, for hosts that keep no catalogue file. Rows that are
+// there already are a fault. Where memory runs out, no row is added.
+PXDUTIL_API void LoadBuiltInCatalogue(CFieldInfoMgr& catalogue);
+
 }  // namespace pxd
 
 namespace pxd::detail {
-struct CatalogueVersion;
+struct CatalogueInside;
 }  // namespace pxd::detail
 
 class PXDUTIL_API CFieldInfoMgr : public CObject {
@@ -134,7 +139,7 @@ class PXDUTIL_API CFieldInfoMgr : public CObject {
   int ReadFieldInfoList(CStdioFile& file, CString& error);
 
  private:
-  friend struct pxd::detail::CatalogueVersion;
+  friend struct pxd::detail::CatalogueInside;
 
   // The number of rows there can be: one above the highest id.
   static constexpr unsigned short FIELDINFO_MAXID = 522;
@@ -149,13 +154,5 @@ class PXDUTIL_API CFieldInfoMgr : public CObject {
 
 // The same name without its class, which is how hosts know it.
 using RetValEnum = CFieldInfoMgr::RetValEnum;
-
-namespace pxd {
-
-// Adds the rows of the built-in catalogue, for hosts that keep no catalogue file. Rows that are
-// there already are a fault.
-PXDUTIL_API void LoadBuiltInCatalogue(CFieldInfoMgr& catalogue);
-
-}  // namespace pxd
 
 #endif
