@@ -86,9 +86,26 @@ CHistorySettings::CHistorySettings(const CHistorySettings& other)
 }
 
 CHistorySettings& CHistorySettings::operator=(const CHistorySettings& other) {
-  m_HS = other.m_HS;
-  SetFieldLists();
+  ChangeTable([&] { m_HS = other.m_HS; });
   return *this;
+}
+
+// A table never stands beside the lists of another one: where they can't be worked out, the change
+// is taken back.
+template <class Change>
+void CHistorySettings::ChangeTable(Change change) {
+  const ZRGS_HISTORY_SETTINGS before = m_HS;
+  change();
+  try {
+    SetFieldLists();
+  } catch (...) {
+    m_HS = before;
+    throw;
+  }
+}
+
+void CHistorySettings::SetTable(const ZRGS_HISTORY_SETTINGS& table) {
+  ChangeTable([&] { m_HS = table; });
 }
 
 int CHistorySettings::GetCount() const {
@@ -145,9 +162,10 @@ int CHistorySettings::AddSetting(const CFieldHistorySetting& setting) {
   }
   const int at = HasSetting(setting);
   if (at < 0) {
-    m_HS.settings[count] = setting;
-    SetCount(count + 1);
-    SetFieldLists();
+    ChangeTable([&] {
+      m_HS.settings[count] = setting;
+      SetCount(count + 1);
+    });
     return count;
   }
   if (GetSetting(at).GetNumDays() < setting.GetNumDays()) {
@@ -166,8 +184,7 @@ int CHistorySettings::ChangeSettings(int index, const CFieldHistorySetting& sett
   if (index < 0 || index >= count) {
     return kBadIndex;
   }
-  m_HS.settings[index] = setting;
-  SetFieldLists();
+  ChangeTable([&] { m_HS.settings[index] = setting; });
   return index;
 }
 
@@ -178,11 +195,12 @@ int CHistorySettings::RemoveSettings(int index) {
   }
   // The move ends one line short of the last: saved tables and the modules that edit them depend on
   // what that leaves.
-  for (int k = index + 1; k <= count - 2; ++k) {
-    m_HS.settings[k - 1] = m_HS.settings[k];
-  }
-  SetCount(count - 1);
-  SetFieldLists();
+  ChangeTable([&] {
+    for (int k = index + 1; k <= count - 2; ++k) {
+      m_HS.settings[k - 1] = m_HS.settings[k];
+    }
+    SetCount(count - 1);
+  });
   return 1;
 }
 
@@ -257,9 +275,8 @@ int CHistorySettings::IsFieldIDNeededForHistory(unsigned short id) const {
 }
 
 void CHistorySettings::SetFieldLists() {
-  m_AtomicFieldList.RemoveAll();
-  m_UpdateFieldList.RemoveAll();
-  m_AllFieldList.RemoveAll();
+  CZRListEx<CField> atomic;
+  CZRListEx<CField> updated;
   // Daily trade bars need nothing of the quote.
   const CFieldResoln tradeDays(kTradeDays.fieldResolution);
   for (const Line& line : Lines()) {
@@ -271,14 +288,17 @@ void CHistorySettings::SetFieldLists() {
     if (entry == nullptr) {
       continue;
     }
-    AppendMissing(m_AtomicFieldList, entry->GetAtomicFieldIDList());
+    AppendMissing(atomic, entry->GetAtomicFieldIDList());
     const CZRListEx<CField>* const updates = entry->GetUpdateFieldIDListPtr(pair.GetResoln());
     if (updates != nullptr) {
-      AppendMissing(m_UpdateFieldList, *updates);
+      AppendMissing(updated, *updates);
     }
   }
-  m_AllFieldList = m_AtomicFieldList;
-  AppendMissing(m_AllFieldList, m_UpdateFieldList);
+  CZRListEx<CField> all = atomic;
+  AppendMissing(all, updated);
+  m_AtomicFieldList = std::move(atomic);
+  m_UpdateFieldList = std::move(updated);
+  m_AllFieldList = std::move(all);
 }
 
 CObject* CHistorySettingsTemplate::CreateObject() {

@@ -12,7 +12,7 @@
 // All are values and belong to one thread at a time. A table asks the catalogue about its lines
 // whenever it changes, so a table with lines needs a manager in CFieldInfoMgr::m_pInstance; without
 // one, a change is a fault. A line whose field has no entry there is kept and needs no field;
-// sorting it or telling its text is a fault.
+// sorting it or telling its text is a fault. A change for which memory runs out changes nothing.
 #ifndef PXDUTIL_HISTORY_HISTORY_SETTINGS_H
 #define PXDUTIL_HISTORY_HISTORY_SETTINGS_H
 
@@ -194,7 +194,8 @@ class PXDUTIL_API CHistorySettings : public CObject {
   void Serialize(CArchive& archive) override;
 
  protected:
-  // Works the three lists out of the table and the catalogue.
+  // Works the three lists out of the table and the catalogue. Where memory runs out, they are as
+  // they were.
   void SetFieldLists();
 
   // Packed, directly behind the object's header.
@@ -205,6 +206,9 @@ class PXDUTIL_API CHistorySettings : public CObject {
   CZRListEx<CField> m_AllFieldList{10};
 
  private:
+  template <class Change>
+  void ChangeTable(Change change);
+  void SetTable(const ZRGS_HISTORY_SETTINGS& table);
   void SetCount(int count);
   [[nodiscard]] std::span<const ZRGS_FIELD_HISTORY_SETTINGS> Lines() const;
   [[nodiscard]] bool HasSameLines(const CHistorySettings& other) const;

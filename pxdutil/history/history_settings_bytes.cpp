@@ -94,8 +94,9 @@ void CHistorySettings::Serialize(CArchive& archive) {
   }
   std::uint8_t format = 0;
   archive >> format;
-  pxd::detail::LoadRecord(archive, m_HS);
-  SetFieldLists();
+  ZRGS_HISTORY_SETTINGS table;
+  pxd::detail::LoadRecord(archive, table);
+  SetTable(table);
 }
 
 void CHistorySettingsTemplate::Serialize(CArchive& archive) {
