@@ -1,26 +1,49 @@
 #include "tests/support/allocation_counter.h"
 
+#include <algorithm>
 #include <atomic>
-#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <new>
 
 namespace {
 
-constexpr std::int64_t kUnlimited = std::numeric_limits<std::int64_t>::max() / 2;
+constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
 
 std::atomic<std::size_t> g_count{0};
 std::atomic<std::size_t> g_bytes{0};
-std::atomic<std::int64_t> g_granted{kUnlimited};
+std::atomic<std::size_t> g_inUse{0};
+
+// What ScarceMemory limits: the requests since it was made, those that are granted first, and how
+// many behind them are refused.
+std::atomic<std::size_t> g_asked{0};
+std::atomic<std::size_t> g_granted{kUnlimited};
+std::atomic<std::size_t> g_refusals{0};
+
+std::size_t RefusedAmong(std::size_t asked) noexcept {
+  const std::size_t granted = g_granted.load();
+  return asked > granted ? std::min(asked - granted, g_refusals.load()) : 0;
+}
 
 void* Allocate(std::size_t size) noexcept {
-  if (g_granted.fetch_sub(1) <= 0) {
+  const std::size_t before = g_asked.fetch_add(1);
+  if (RefusedAmong(before + 1) > RefusedAmong(before)) {
     return nullptr;
   }
   g_count.fetch_add(1);
   g_bytes.fetch_add(size);
-  return std::malloc(size != 0 ? size : 1);
+  void* const block = std::malloc(size != 0 ? size : 1);
+  if (block != nullptr) {
+    g_inUse.fetch_add(1);
+  }
+  return block;
+}
+
+void Free(void* block) noexcept {
+  if (block != nullptr) {
+    g_inUse.fetch_sub(1);
+    std::free(block);
+  }
 }
 
 void* AllocateOrThrow(std::size_t size) {
@@ -46,22 +69,22 @@ void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
   return Allocate(size);
 }
 void operator delete(void* block) noexcept {
-  std::free(block);
+  Free(block);
 }
 void operator delete[](void* block) noexcept {
-  std::free(block);
+  Free(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-  std::free(block);
+  Free(block);
 }
 void operator delete[](void* block, std::size_t) noexcept {
-  std::free(block);
+  Free(block);
 }
 void operator delete(void* block, const std::nothrow_t&) noexcept {
-  std::free(block);
+  Free(block);
 }
 void operator delete[](void* block, const std::nothrow_t&) noexcept {
-  std::free(block);
+  Free(block);
 }
 
 namespace pxd::test {
@@ -77,12 +100,26 @@ std::size_t AllocationCounter::Bytes() const {
   return g_bytes.load() - m_bytesBefore;
 }
 
-ScarceMemory::ScarceMemory(std::size_t granted) {
-  g_granted.store(static_cast<std::int64_t>(granted));
+ScarceMemory::ScarceMemory(std::size_t granted, std::size_t refusals) {
+  g_asked.store(0);
+  g_refusals.store(refusals);
+  g_granted.store(granted);
 }
 
 ScarceMemory::~ScarceMemory() {
   g_granted.store(kUnlimited);
+}
+
+std::size_t ScarceMemory::Asked() const {
+  return g_asked.load();
+}
+
+std::size_t ScarceMemory::Refused() const {
+  return RefusedAmong(g_asked.load());
+}
+
+std::size_t BlocksInUse() {
+  return g_inUse.load();
 }
 
 }  // namespace pxd::test

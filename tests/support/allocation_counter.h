@@ -7,6 +7,7 @@
 #define PXDUTIL_TESTS_SUPPORT_ALLOCATION_COUNTER_H
 
 #include <cstddef>
+#include <limits>
 
 namespace pxd::test {
 
@@ -23,15 +24,23 @@ class AllocationCounter {
   std::size_t m_bytesBefore;
 };
 
-// As long as it lives the heap grants `granted` more blocks and refuses all others. Only one at a
-// time.
+// As long as it lives the heap grants `granted` more blocks, refuses the `refusals` behind them,
+// and grants whatever comes then. Only one at a time.
 class ScarceMemory {
  public:
-  explicit ScarceMemory(std::size_t granted);
+  explicit ScarceMemory(std::size_t granted,
+                        std::size_t refusals = std::numeric_limits<std::size_t>::max());
   ScarceMemory(const ScarceMemory&) = delete;
   ScarceMemory& operator=(const ScarceMemory&) = delete;
   ~ScarceMemory();
+
+  // How many blocks were asked for since it was made, and how many of them it refused.
+  [[nodiscard]] std::size_t Asked() const;
+  [[nodiscard]] std::size_t Refused() const;
 };
+
+// How many blocks of the process are in use.
+[[nodiscard]] std::size_t BlocksInUse();
 
 }  // namespace pxd::test
 
