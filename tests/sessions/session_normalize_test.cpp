@@ -187,4 +187,53 @@ TEST(SessionLatestEnd, MidnightCountsAsZeroAndThatIsMeant) {
   EXPECT_EQ(week.GetLatestSessionEndTime(), 0);
 }
 
+// ---- What nothing but the class itself can call ------------------------------------------------
+
+// An explicit instantiation may name private members, and so opens them to these tests.
+template <auto kWrap, auto kCorrect>
+struct Opened {
+  friend void WrapMinutesOf(CZRGSSession& calendar) { (calendar.*kWrap)(); }
+  friend bool CorrectBuilt(ZRGS_SESSION& list) { return kCorrect(list); }
+};
+void WrapMinutesOf(CZRGSSession& calendar);
+bool CorrectBuilt(ZRGS_SESSION& list);
+template struct Opened<&CZRGSSession::WrapMinutes, &CZRGSSession::CorrectBuiltZRGS_SESSION>;
+
+TEST(SessionWrap, TakesAWeekOffWhatLiesBehindTheWeek) {
+  CZRGSSession calendar(List({Info(10079, 10080), Info(10080, 10081), Info(10081, 20160),
+                              Info(20161, 65535), Info(0, 1)}));
+  WrapMinutesOf(calendar);
+  EXPECT_EQ(Text(calendar.GetSession()),
+            "5:10079,10080,0,0,1;10080,1,0,0,1;1,10080,0,0,1;10081,55455,0,0,1;0,1,0,0,1");
+}
+
+TEST(SessionBuilt, AListOf1To256SessionsThatIsValidStays) {
+  for (const unsigned count : {1U, 255U, 256U}) {
+    ZRGS_SESSION list = Many(count);
+    EXPECT_TRUE(CorrectBuilt(list)) << count;
+    EXPECT_EQ(list.sessions.size(), count);
+  }
+}
+
+TEST(SessionBuilt, AListOfNoneOrOfMoreIsReplaced) {
+  for (const unsigned count : {0U, 257U}) {
+    ZRGS_SESSION list = Many(count);
+    EXPECT_FALSE(CorrectBuilt(list)) << count;
+    EXPECT_EQ(list.sessions.size(), 1U) << count;
+  }
+}
+
+TEST(SessionBuilt, ASessionOfMoreThanADayIsRefused) {
+  ZRGS_SESSION day = List({Info(600, 2030, 0, 10)});  // 1440 minutes with its window
+  EXPECT_TRUE(CorrectBuilt(day));
+  ZRGS_SESSION more = List({Info(600, 2030, 0, 11)});
+  EXPECT_FALSE(CorrectBuilt(more));
+  ZRGS_SESSION second = List({Info(0, 10), Info(600, 2030, 0, 11)});
+  EXPECT_FALSE(CorrectBuilt(second));
+  ZRGS_SESSION overTheEnd = List({Info(9000, 360)});  // 1440 minutes round the week's end
+  EXPECT_TRUE(CorrectBuilt(overTheEnd));
+  ZRGS_SESSION longer = List({Info(9000, 361)});
+  EXPECT_FALSE(CorrectBuilt(longer));
+}
+
 }  // namespace
