@@ -36,6 +36,18 @@ std::vector<unsigned char> StoredForm(CObject& object) {
   return file.GetBytes();
 }
 
+// Whether the bytes are those that were read. Some machines make a signalling NaN a quiet one when
+// they copy it, by one bit, so a byte may differ in that.
+bool SameBytes(const std::vector<unsigned char>& stored, const unsigned char* read) {
+  constexpr unsigned kQuiet = 0x40;
+  for (std::size_t i = 0; i < stored.size(); ++i) {
+    if (stored[i] != read[i] && stored[i] != (read[i] | kQuiet)) {
+      return false;
+    }
+  }
+  return true;
+}
+
 // Loads points until the archive ends, and stores each again.
 template <class Point>
 void LoadSeries(const unsigned char* data, std::size_t size) {
@@ -48,7 +60,10 @@ void LoadSeries(const unsigned char* data, std::size_t size) {
       point.Serialize(archive);
       const std::vector<unsigned char> again = StoredForm(point);
       Require(again.size() <= size - taken, "a record took more bytes than there were");
-      // Quiet and signalling NaNs may differ by one bit, so floats aren't compared by their bytes.
+      archive.Flush();  // moves the file back to the first byte that wasn't taken
+      Require(file.GetPosition() == taken + again.size(),
+              "a record is read and written at different lengths");
+      Require(SameBytes(again, data + taken), "a record was stored otherwise than it was loaded");
       Point second;
       CMemFile copy(again.data(), again.size());
       CArchive reload(&copy, CArchive::load);
