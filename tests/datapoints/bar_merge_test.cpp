@@ -357,6 +357,9 @@ TYPED_TEST(MergeOldBars, APointBeforeOfAnyOtherClassCountsAs0AsMeant) {
   TypeParam bar;
   Include(bar, Trade(kAt, 10, 7), &other);
   EXPECT_EQ(Floats(bar, 8), (Row{10, 10, 10, 10, 7, 0, 0, 7}));
+  TypeParam justAbove;
+  Include(justAbove, Trade(kAt, 0.5F, 7), &other);
+  EXPECT_EQ(Float(justAbove, 4), 7.0F) << "0 is below 0.5";
   TypeParam below;
   Include(below, Trade(kAt, -1, 7), &other);
   EXPECT_EQ(Float(below, 5), 7.0F) << "0 is above -1";
@@ -487,14 +490,14 @@ TEST(MergeCnv, TakesAPointWithNumbersAndIsNoLongerNull) {
   CDPRecCnv record;
   record.m_Date = 45000;
   record.m_Winning = 0.1;
-  record.m_Losing = 0.0;
+  record.m_Losing = 0.3;
   CDPCnv point;
   point.SetDPST(record);
   EXPECT_EQ(Include(bar, point), kNoTrend);
   CDPRecCnv taken;
   bar.GetDPST(taken);
   EXPECT_EQ(+taken.m_Winning, 0.1);
-  EXPECT_EQ(+taken.m_Losing, 0.0);
+  EXPECT_EQ(+taken.m_Losing, 0.3);
   EXPECT_EQ(+taken.m_Date, 0) << "the stamp isn't taken";
   EXPECT_EQ(bar.IsNull(), 0);
   const CDPCnv nothing;
