@@ -353,7 +353,9 @@ class SmallFiles {
 class RealFile : public testing::Test {
  protected:
   RealFile()
-      : m_folder(fs::path(testing::TempDir()) / "pxdutil_real_file"),
+      : m_folder(fs::path(testing::TempDir()) /
+                 (std::string("pxdutil_") +
+                  testing::UnitTest::GetInstance()->current_test_info()->name())),
         m_path((m_folder / "file").string()) {
     fs::remove_all(m_folder);
     fs::create_directory(m_folder);
