@@ -437,6 +437,13 @@ TEST(MonthLookup, ASessionOverTheEndOfTheLastWeekIsReachedFromTheWeekBefore) {
   EXPECT_EQ(found.end, At(3, 25, 2024, 17, 0));
 }
 
+TEST(MonthLookup, AWindowAsLongAsTheMinutesBeforeTheCloseIsNoEndOfZero) {
+  // Sunday from 00:05 to 00:10, and 10 minutes of reset behind it. September begins on a Sunday.
+  const CZRGSSession week(List({Info(5, 10, 10)}));
+  ExpectPeriod(LookUp(week, Month, At(8, 20, 2024, 12, 0)), InPeriod, At(8, 4, 2024, 0, 5),
+               At(8, 25, 2024, 0, 10), "the last Sunday of August");
+}
+
 TEST(MonthLookup, ALastEndOfZeroIsNoEndAndThatIsMeant) {
   // A session without length at the midnight at which the last week of January 2024 begins.
   EXPECT_EQ(LookUp(CZRGSSession(List({Info(5760, 5760)})), Month, At(1, 9, 2024, 0, 0)).end,
