@@ -226,6 +226,18 @@ TEST(NextWeeklyClose, WithoutCachedClosesTheCloseIsLeft) {
   EXPECT_EQ(close, kUntouched);
 }
 
+TEST(NextWeeklyClose, OfACalendarThatWasClearedTheCloseIsLeft) {
+  // What was cached for the sessions that are gone isn't asked.
+  CZRGSSession calendar(Weekdays());
+  CZRDateTime close = kUntouched;
+  calendar.GetNextWeeklySessionCloseDT(Day(3, 12, 0), close);
+  ASSERT_EQ(close, Day(5, 16, 0));
+  calendar.Clear();
+  close = kUntouched;
+  calendar.GetNextWeeklySessionCloseDT(Day(3, 12, 0), close);
+  EXPECT_EQ(close, kUntouched);
+}
+
 // ---- The next monthly close -------------------------------------------------------------------
 
 TEST(NextMonthlyClose, ItIsTheLastTradingDayOfTheMonth) {
