@@ -882,4 +882,8 @@ TEST(PointBases, DataTypesHaveTheirValues) {
   EXPECT_EQ(CDPDataPt::DataTypeNone, 4);
 }
 
+TEST(PointArray, KnowsItsClass) {
+  EXPECT_STREQ(CDPADataPtAr(nullptr, 0).GetRuntimeClass()->m_lpszClassName, "CDPADataPtAr");
+}
+
 }  // namespace

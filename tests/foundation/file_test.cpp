@@ -397,4 +397,17 @@ TEST_F(FileOfLines, BinaryModeWritesTheTextAsItStands) {
   EXPECT_EQ(Content(), "one\ntwo\r\n");
 }
 
+TEST(File, ReadingNoBytesTouchesNothing) {
+  CFile closed;
+  EXPECT_EQ(closed.Read(nullptr, 0), 0U);
+}
+
+TEST(File, KnowsItsClass) {
+  EXPECT_STREQ(CMemFile().GetRuntimeClass()->m_lpszClassName, "CMemFile");
+  EXPECT_STREQ(CStdioFile().GetRuntimeClass()->m_lpszClassName, "CStdioFile");
+  EXPECT_STREQ(CFile().GetRuntimeClass()->m_lpszClassName, "CFile");
+  EXPECT_STREQ(CFileException().GetRuntimeClass()->m_lpszClassName, "CFileException");
+  EXPECT_NE(CStdioFile().IsKindOf(RUNTIME_CLASS(CFile)), 0);
+}
+
 }  // namespace

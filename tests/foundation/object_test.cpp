@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <pxdutil/foundation/archive.h>
 #include <pxdutil/foundation/exception.h>
+#include <pxdutil/foundation/file.h>
 
 namespace {
 
@@ -30,6 +32,17 @@ TEST(RuntimeClass, WithoutACreateFunctionMakesNothing) {
 
 TEST(EntryFunction, CanBeCalledAndDoesNothing) {
   EXPECT_NO_FATAL_FAILURE(InitPXDUtilDll());
+}
+
+TEST(Object, StoresNothingAndIsAlwaysValidUntilAClassSaysOtherwise) {
+  class Plain : public CObject {};
+  Plain object;
+  CMemFile file;
+  CArchive archive(&file, CArchive::store);
+  object.Serialize(archive);
+  object.AssertValid();
+  archive.Close();
+  EXPECT_TRUE(file.GetBytes().empty());
 }
 
 }  // namespace

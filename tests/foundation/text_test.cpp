@@ -191,4 +191,11 @@ TEST(Text, MayBeFormattedFromItself) {
   EXPECT_STREQ(text, "<abc><abc>");
 }
 
+TEST(Text, WhatCannotBeFormattedAddsNothing) {
+  // In the C locale no character stands for this one.
+  CString text("before");
+  text.AppendFormat("%ls", L"\xFFFF");
+  EXPECT_STREQ(text, "before");
+}
+
 }  // namespace

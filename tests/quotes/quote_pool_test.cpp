@@ -492,4 +492,8 @@ TEST_F(QuotePool, ACopyThatRunsOutOfMemoryThrowsAndLosesNoNode) {
   EXPECT_EQ(target.GetNumField(), 10U);
 }
 
+TEST_F(QuotePool, NoNodeIsMadeOfNoNode) {
+  EXPECT_EQ(CZRGSQuote::CreateField(nullptr), nullptr);
+}
+
 }  // namespace
