@@ -9,6 +9,7 @@ namespace pxd {
 // Moments of one day, in seconds since its midnight: `from` up to and without `until`, which is at
 // most 86400. By default it holds none.
 struct AnswerSpan {
+  // The day, and its seconds: 0 <= from < until <= 86400 where there are any.
   CZRDate date;
   unsigned from = 0;
   unsigned until = 0;

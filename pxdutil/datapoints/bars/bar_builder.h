@@ -40,6 +40,7 @@ class PXDUTIL_API BarSink {
 
 class PXDUTIL_API BarBuilder {
  public:
+  // What became of a point.
   using Result = CDPCDataPtCalculated::AddDataPtReturn;
 
   // Builds in `bar`, which may hold a bar that was begun before. `bar`, `calendar` and `sink` must
