@@ -18,6 +18,11 @@ function(pxdutil_own target)
       -Wnon-virtual-dtor -Wcast-align -Wcast-qual -Wnull-dereference -Wdouble-promotion -Wformat=2
       -Wundef -Wextra-semi)
   endif()
+  # Nobody replaces single functions of the shared library at load time, so they may be inlined
+  # into one another like those of any other code.
+  if(NOT MSVC)
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  endif()
   # At -O3, GCC 12 takes the standard library's own joining of texts for overlapping copies.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-Wno-restrict>)

@@ -17,7 +17,10 @@ class InlineVector {
   static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
  public:
-  InlineVector() = default;
+  // Empty. The room inside isn't cleared, since nothing behind size() is ever read; a defaulted
+  // constructor that leaves it so would forbid constant lists.
+  // NOLINTNEXTLINE(modernize-use-equals-default,cppcoreguidelines-pro-type-member-init)
+  InlineVector() noexcept {}
   // Whoever holds pointers in such a list decides what copying means; the list doesn't.
   InlineVector(const InlineVector&) = delete;
   InlineVector& operator=(const InlineVector&) = delete;
@@ -47,6 +50,12 @@ class InlineVector {
     reserve(m_size + 1);
     data()[m_size++] = value;
   }
+  // Whether one more element can be appended without memory for it.
+  [[nodiscard]] bool HasRoom() const noexcept { return m_size < m_capacity; }
+  // Appends the element to a list that has room.
+  void AppendInRoom(T value) noexcept { data()[m_size++] = value; }
+  // Forgets the last element, which must be there.
+  void pop_back() noexcept { --m_size; }
   // Forgets the elements and keeps the room.
   void clear() noexcept { m_size = 0; }
 
@@ -67,7 +76,7 @@ class InlineVector {
   std::size_t m_size = 0;
   std::size_t m_capacity = N;
   std::unique_ptr<T[]> m_heap;
-  std::array<T, N> m_inside{};
+  std::array<T, N> m_inside;
 };
 
 }  // namespace pxd

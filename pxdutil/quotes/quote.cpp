@@ -1,11 +1,11 @@
 #include <pxdutil/quotes/quote.h>
 
 #include <cstring>
-#include <mutex>
 #include <new>
 
 #include <pxdutil/quotes/date_time_fields.h>
 #include <pxdutil/quotes/detail/node.h>
+#include <pxdutil/quotes/detail/node_pool.h>
 
 namespace {
 
@@ -17,6 +17,7 @@ constexpr unsigned char kStatusWithoutValue = 8;
 constexpr unsigned char kLargestStatus = 9;
 constexpr std::size_t kMostFields = 199;
 
+using pxd::detail::NodePool;
 using pxd::detail::StatusOf;
 using pxd::detail::TypeOf;
 
@@ -69,6 +70,40 @@ void AssignNode(Field& to, const Field& from) {
 
 }  // namespace
 
+inline void CZRGSQuote::ApplyCacheRule() {
+  if (m_bCached && m_bDateTimeFlags == 0) {
+    m_bCached = false;
+  }
+}
+
+// The list must have room for one more.
+inline void CZRGSQuote::insertField(ZRGS_QUOTE_FIELD* node) {
+  m_vFields.AppendInRoom(node);  // there it ends the walk
+  const unsigned short id = node->wFieldID;
+  Field** slot = m_vFields.begin();
+  while ((*slot)->wFieldID != id) {
+    ++slot;
+  }
+  if (slot + 1 == m_vFields.end()) {
+    return;
+  }
+  m_vFields.pop_back();
+  Field* const old = *slot;
+  *slot = node;
+  if (old != node && m_bInitialized) {
+    NodePool::Give(&old, &old + 1);
+  }
+}
+
+inline CZRGSQuote::ZRGS_QUOTE_FIELD* CZRGSQuote::Lookup(unsigned short id) const {
+  for (Field* field : m_vFields) {
+    if (field->wFieldID == id) {
+      return field;
+    }
+  }
+  return nullptr;
+}
+
 CZRGSQuote::CZRGSQuote(unsigned short) {}
 
 CZRGSQuote::CZRGSQuote(const CZRGSQuote& other) {
@@ -82,6 +117,12 @@ CZRGSQuote& CZRGSQuote::operator=(const CZRGSQuote& other) {
 
 CZRGSQuote::~CZRGSQuote() {
   Empty(1);
+}
+
+void CZRGSQuote::ReleaseAll() {
+  if (m_bInitialized) {
+    NodePool::Give(m_vFields.begin(), m_vFields.end());
+  }
 }
 
 void CZRGSQuote::init(const CZRGSQuote& source) {
@@ -106,10 +147,13 @@ void CZRGSQuote::init(const CZRGSQuote& source) {
 int CZRGSQuote::Add(CacheRule rule, unsigned char status, unsigned char type, unsigned short id,
                     const void* data, std::size_t size) {
   m_vFields.reserve(m_vFields.size() + 1);  // what may throw comes ahead of what must be undone
-  Field* node = TakeNode(status, type, id, data, size);
+  const auto kept = static_cast<std::uint16_t>(size);
+  Field* const node = m_bInitialized ? NodePool::Take(kept) : nullptr;
   if (node == nullptr) {
     return 0;
   }
+  pxd::detail::Describe(*node, status, type, id, kept);
+  pxd::detail::StoreValue(*node, data);
   if (rule == CacheRule::kApply) {
     ApplyCacheRule();
   }
@@ -117,9 +161,21 @@ int CZRGSQuote::Add(CacheRule rule, unsigned char status, unsigned char type, un
   return 1;
 }
 
+// What Add does, in as few steps as it takes where the list has room and the thread has a node.
 template <class T>
-int CZRGSQuote::AddValue(CacheRule rule, unsigned char status, FieldType type, unsigned short id,
-                         T value) {
+inline int CZRGSQuote::AddValue(CacheRule rule, unsigned char status, FieldType type,
+                                unsigned short id, T value) {
+  if (m_vFields.HasRoom()) {
+    if (Field* const node = NodePool::TakeAtHand(sizeof value); node != nullptr) {
+      pxd::detail::Describe(*node, status, static_cast<unsigned char>(type), id, sizeof value);
+      pxd::StoreAs(node->pData, value);
+      if (rule == CacheRule::kApply) {
+        ApplyCacheRule();
+      }
+      insertField(node);
+      return 1;
+    }
+  }
   return Add(rule, status, static_cast<unsigned char>(type), id, &value, sizeof value);
 }
 
@@ -204,37 +260,6 @@ int CZRGSQuote::AddFieldNoValue(unsigned short id, long type) {
              size);
 }
 
-void CZRGSQuote::ApplyCacheRule() {
-  if (m_bCached && m_bDateTimeFlags == 0) {
-    m_bCached = false;
-  }
-}
-
-// The list must have room for one more.
-void CZRGSQuote::insertField(ZRGS_QUOTE_FIELD* node) {
-  for (Field*& slot : m_vFields) {
-    if (slot->wFieldID == node->wFieldID) {
-      Field* const old = slot;
-      slot = node;
-      if (old != node && m_bInitialized) {
-        const std::lock_guard lock(m_Crit);
-        PushClean(old);
-      }
-      return;
-    }
-  }
-  m_vFields.push_back(node);
-}
-
-CZRGSQuote::ZRGS_QUOTE_FIELD* CZRGSQuote::Lookup(unsigned short id) const {
-  for (Field* field : m_vFields) {
-    if (field->wFieldID == id) {
-      return field;
-    }
-  }
-  return nullptr;
-}
-
 unsigned int CZRGSQuote::GetNumField() const {
   return static_cast<unsigned int>(m_vFields.size());
 }
@@ -270,7 +295,7 @@ int CZRGSQuote::GetFieldData(unsigned short id, double& value) const {
   if (found == nullptr) {
     return 0;
   }
-  value = GetDoubleValue(found);
+  value = pxd::detail::NumberOf(*found);
   return 1;
 }
 

@@ -29,6 +29,10 @@
 #include <pxdutil/foundation/spin_mutex.h>
 #include <pxdutil/foundation/text.h>
 
+namespace pxd::detail {
+class NodePool;
+}
+
 class PXDUTIL_API CZRGSQuote {
  public:
   // Type codes: what the bytes of a value are. Numbers are little-endian. Code 12 has no name and
@@ -209,6 +213,8 @@ class PXDUTIL_API CZRGSQuote {
   std::uint32_t m_dwTag = 0;
 
  private:
+  friend class pxd::detail::NodePool;
+
   enum class CacheRule { kIgnore, kApply };
 
   // Quotes of up to this many fields need no memory for the list itself.
@@ -225,9 +231,6 @@ class PXDUTIL_API CZRGSQuote {
   void EnsureCached() const;
   [[nodiscard]] ZRGS_QUOTE_FIELD* Lookup(unsigned short id) const;
   void ReleaseAll();
-  static ZRGS_QUOTE_FIELD* TakeNode(unsigned char status, unsigned char type, unsigned short id,
-                                    const void* data, std::size_t size);
-  static void PushClean(ZRGS_QUOTE_FIELD* node);
 
   pxd::InlineVector<ZRGS_QUOTE_FIELD*, kInlineFields> m_vFields;
   mutable bool m_bCached = false;
@@ -235,7 +238,8 @@ class PXDUTIL_API CZRGSQuote {
   mutable std::uint16_t m_wDate = 0;
   mutable std::uint32_t m_dwTime = 0;
 
-  // Guards m_vFieldPool and nothing else.
+  // Guards m_vFieldPool, the free nodes that no thread keeps for itself, and the list of those that
+  // threads keep.
   static pxd::SpinMutex m_Crit;
   static bool m_bInitialized;
   static std::vector<ZRGS_QUOTE_FIELD*> m_vFieldPool;
