@@ -1,6 +1,11 @@
 #include <pxdutil/datapoints/records.h>
 
+#include <algorithm>
+#include <bit>
+#include <type_traits>
+
 #include <pxdutil/foundation/archive.h>
+#include <pxdutil/foundation/detail/archive_buffer.h>
 #include <pxdutil/quotes/quote.h>
 
 namespace pxd {
@@ -18,6 +23,107 @@ const Field* FindEither(const CZRGSQuote& quote, unsigned short id, unsigned sho
     quote.FindField(otherId, field);
   }
   return field;
+}
+
+using detail::ArchiveBuffer;
+
+// The stored form of a record, field by field.
+template <class Values>
+void StoreFields(CArchive& archive, const ValueRecord<Values>& record) {
+  for (std::size_t i = 0; i < RecordTable<Values>::rules.stored; ++i) {
+    archive << record.GetFloat(i);
+  }
+}
+
+template <class Values>
+void StoreFields(CArchive& archive, const Stamped<Values>& record) {
+  archive << std::uint16_t{record.m_Date} << std::uint32_t{record.m_Time};
+  StoreFields(archive, static_cast<const ValueRecord<Values>&>(record));
+}
+
+template <class Values>
+void LoadFields(CArchive& archive, ValueRecord<Values>& record) {
+  for (std::size_t i = 0; i < RecordTable<Values>::rules.stored; ++i) {
+    float value = 0.0F;
+    archive >> value;
+    record.SetFloat(i, value);
+  }
+}
+
+template <class Values>
+void LoadFields(CArchive& archive, Stamped<Values>& record) {
+  std::uint16_t date = 0;
+  archive >> date;
+  record.m_Date = date;
+  std::uint32_t time = 0;
+  archive >> time;
+  record.m_Time = time;
+  LoadFields(archive, static_cast<ValueRecord<Values>&>(record));
+}
+
+// The bytes that a record takes where it is stored.
+template <class Values>
+constexpr std::size_t StoredBytesOf(const ValueRecord<Values>*) {
+  return RecordTable<Values>::rules.stored * sizeof(float);
+}
+
+template <class Values>
+constexpr std::size_t StoredBytesOf(const Stamped<Values>*) {
+  return sizeof(Stamp) + RecordTable<Values>::rules.stored * sizeof(float);
+}
+
+template <class Record>
+constexpr std::size_t kStoredBytes = StoredBytesOf(static_cast<const Record*>(nullptr));
+
+// Whether a record begins in memory with the very bytes that are stored; behind them may be what
+// isn't stored.
+template <class Record>
+constexpr bool kLiesAsStored = std::endian::native ==
+                                   std::endian::little&& std::is_trivially_copyable_v<Record> &&
+                               sizeof(Record) >= kStoredBytes<Record>;
+
+// Of `count` records, how many to move at once where `bytes` bytes can be moved.
+template <class Record>
+std::size_t WholeRecords(std::size_t bytes, std::size_t count) {
+  if constexpr (!kLiesAsStored<Record>) {
+    return 0;
+  } else if (count == 1 || sizeof(Record) != kStoredBytes<Record>) {
+    return bytes >= kStoredBytes<Record> ? 1 : 0;
+  } else {
+    return std::min(count, bytes / kStoredBytes<Record>);
+  }
+}
+
+// Moves whole records as far as the archive's buffer goes, and field by field the one that lies
+// across its end.
+template <class Record>
+void Store(CArchive& archive, const Record* records, std::size_t count) {
+  while (count > 0) {
+    std::size_t whole = WholeRecords<Record>(ArchiveBuffer::Room(archive), count);
+    if (whole > 0) {
+      ArchiveBuffer::Put(archive, records, whole * kStoredBytes<Record>);
+    } else {
+      StoreFields(archive, *records);
+      whole = 1;
+    }
+    records += whole;
+    count -= whole;
+  }
+}
+
+template <class Record>
+void Load(CArchive& archive, Record* records, std::size_t count) {
+  while (count > 0) {
+    std::size_t whole = WholeRecords<Record>(ArchiveBuffer::Waiting(archive), count);
+    if (whole > 0) {
+      ArchiveBuffer::Get(archive, records, whole * kStoredBytes<Record>);
+    } else {
+      LoadFields(archive, *records);
+      whole = 1;
+    }
+    records += whole;
+    count -= whole;
+  }
 }
 
 }  // namespace
@@ -38,14 +144,11 @@ bool Stamp::ReadFrom(const CZRGSQuote& quote, const StampFields& fields) {
 
 template <class Values>
 void ValueRecord<Values>::Serialize(CArchive& archive) {
-  for (std::size_t i = 0; i < kStored; ++i) {
-    if (archive.IsStoring()) {
-      archive << GetFloat(i);
-    } else {
-      float value = 0.0F;
-      archive >> value;
-      SetFloat(i, value);
-    }
+  auto* const record = static_cast<Values*>(this);
+  if (archive.IsStoring()) {
+    Store(archive, record, 1);
+  } else {
+    Load(archive, record, 1);
   }
 }
 
@@ -82,16 +185,10 @@ int ValueRecord<Values>::AppendToQuote(CZRGSQuote& quote) const {
 template <class Values>
 void Stamped<Values>::Serialize(CArchive& archive) {
   if (archive.IsStoring()) {
-    archive << std::uint16_t{m_Date} << std::uint32_t{m_Time};
+    Store(archive, this, 1);
   } else {
-    std::uint16_t date = 0;
-    archive >> date;
-    m_Date = date;
-    std::uint32_t time = 0;
-    archive >> time;
-    m_Time = time;
+    Load(archive, this, 1);
   }
-  Values::Serialize(archive);
 }
 
 template <class Values>
@@ -109,6 +206,20 @@ int Stamped<Values>::AppendToQuote(CZRGSQuote& quote) const {
   quote.AddFieldTime(kStatusDontKnow, fields.time, m_Time);
   return Values::AppendToQuote(quote) > 0 ? 1 : 0;
 }
+
+#define PXDUTIL_DEFINE_SERIES(record)                                     \
+  void StoreRecords(CArchive& archive, std::span<const record> records) { \
+    Store(archive, records.data(), records.size());                       \
+  }                                                                       \
+  void LoadRecords(CArchive& archive, std::span<record> records) {        \
+    Load(archive, records.data(), records.size());                        \
+  }
+#define PXDUTIL_DEFINE_SERIES_OF(values, stamped) \
+  PXDUTIL_DEFINE_SERIES(values)                   \
+  PXDUTIL_DEFINE_SERIES(stamped)
+PXDUTIL_FOR_EACH_RECORD(PXDUTIL_DEFINE_SERIES_OF)
+#undef PXDUTIL_DEFINE_SERIES_OF
+#undef PXDUTIL_DEFINE_SERIES
 
 }  // namespace pxd
 

@@ -8,6 +8,7 @@
 //   CDPSTDblOHLCUDUT bar;
 //   bar.SetFromQuote(quote);
 //   bar.Serialize(archive);  // 54 bytes
+//   pxd::StoreRecords(archive, bars);  // a vector of them
 //
 // Every value is a 32-bit float, whatever it counts, so whole numbers above 2^24 lose their last
 // digits. Records are packed to one byte, hold no heap memory, and start as zeros; copying copies
@@ -18,6 +19,7 @@
 #define PXDUTIL_DATAPOINTS_RECORDS_H
 
 #include <cstdint>
+#include <span>
 
 #include <pxdutil/datapoints/markers.h>
 #include <pxdutil/datapoints/record_tables.h>
@@ -353,6 +355,23 @@ PXDUTIL_FOR_EACH_RECORD(PXDUTIL_DECLARE_RECORD)
 #define PXDUTIL_ASSERT_RECORD(values, stamped) static_assert(sizeof(stamped) == sizeof(values) + 6);
 PXDUTIL_FOR_EACH_RECORD(PXDUTIL_ASSERT_RECORD)
 #undef PXDUTIL_ASSERT_RECORD
+
+namespace pxd {
+
+// A series at once, for every record: StoreRecords(archive, span of const records) and
+// LoadRecords(archive, span of records), to which vectors and arrays convert. Bytes, results and
+// exceptions are those of Serialize called for one record after the other: a load that fails keeps
+// the records and the fields that arrived. Storing into an archive that loads throws readOnly,
+// loading from one that stores writeOnly, except where there are no records.
+#define PXDUTIL_DECLARE_SERIES(values, stamped)                                       \
+  PXDUTIL_API void StoreRecords(CArchive& archive, std::span<const values> records);  \
+  PXDUTIL_API void StoreRecords(CArchive& archive, std::span<const stamped> records); \
+  PXDUTIL_API void LoadRecords(CArchive& archive, std::span<values> records);         \
+  PXDUTIL_API void LoadRecords(CArchive& archive, std::span<stamped> records);
+PXDUTIL_FOR_EACH_RECORD(PXDUTIL_DECLARE_SERIES)
+#undef PXDUTIL_DECLARE_SERIES
+
+}  // namespace pxd
 
 static_assert(sizeof(CDPSDblC) == 4 && sizeof(CDPSDblTick) == 4);
 static_assert(sizeof(CDPSDblDblC) == 8 && sizeof(CDPSDblDblH) == 8 && sizeof(CDPSDblDblL) == 8);

@@ -29,6 +29,10 @@
 
 class CFile;
 
+namespace pxd::detail {
+class ArchiveBuffer;
+}
+
 class PXDUTIL_API CArchive {
  public:
   // Which way an archive goes.
@@ -91,6 +95,8 @@ class PXDUTIL_API CArchive {
   void Close();
 
  private:
+  friend class pxd::detail::ArchiveBuffer;
+
   static constexpr std::size_t kBufferSize = 4096;
   static constexpr unsigned int kClosed = 2;
 
