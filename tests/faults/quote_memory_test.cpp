@@ -253,8 +253,9 @@ TEST(QuoteMemory, FieldsGoBackWithoutMemory) {
     auto first = std::make_unique<CZRGSQuote>();
     CZRGSQuote second;
     CZRGSQuote third;
-    Fill(*first, 1, 15);
-    Fill(second, 1, 15);
+    // More than a thread keeps for itself.
+    Fill(*first, 1, 100);
+    Fill(second, 1, 100);
     Fill(third, 1, 15);
     CZRGSQuote over;
     Fill(over, 1, 15);
