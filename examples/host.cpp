@@ -1,5 +1,4 @@
-// A small host: quotes come in, bars that close where the market closes go to a
-// file, and the file is read back.
+// A small host: quotes come in, and bars that close where the market closes go to a file.
 //
 // Of the feed, the first trade comes before the open and the last when even the late prints are
 // over. 09:34:59 and 09:35:00 lie on two sides of a bar's edge, and 16:04:10 is a late print, which
@@ -8,6 +7,22 @@
 
 #include <cstdio>
 #include <memory>
+
+// Stores and shows each bar when it is finished.
+struct Store final : pxd::BarSink {
+  explicit Store(CArchive& out) : m_out(out) {}
+  void Take(CDPCDataPtCalculated& bar) override {
+    bar.Serialize(m_out);
+    const CZRTime close = bar.GetZRDateTime().GetTime();
+    std::printf("  %02u:%02u", close.GetHour(), close.GetMinute());
+    for (const unsigned int col : {0U, 1U, 2U, 3U, 7U}) {
+      std::printf("  %s %s", bar.GetStringHeaderForCol(col).GetString(),
+                  bar.GetStringValForCol(col).GetString());
+    }
+    std::puts("");
+  }
+  CArchive& m_out;
+};
 
 int main(int argc, char** argv) {
   const char* const path = argc > 1 ? argv[1] : "host.bars";
@@ -29,9 +44,10 @@ int main(int argc, char** argv) {
     // The class of point in which the pair is stored.
     const std::unique_ptr<CDPDataPt> point(kept.CreateDataPt());
     auto& bar = dynamic_cast<CDPCDataPtCalculated&>(*point);
-    auto trend = CDPCDataPtCalculated::TrendUp;
-    CFile file(path, CFile::modeCreate | CFile::modeReadWrite);
+    CFile file(path, CFile::modeCreate | CFile::modeWrite);
     CArchive out(&file, CArchive::store);
+    Store store(out);
+    pxd::BarBuilder builder(bar, kept.GetResoln(), mondays, store);
     for (const auto& [time, price, volume] : feed) {
       CZRGSQuote quote;  // what a server says of a trade
       quote.AddFieldDate(3, 280, CZRDate(3, 4, 2024).GetJulianDate());
@@ -40,32 +56,14 @@ int main(int argc, char** argv) {
       quote.AddFieldFloat(3, 249, volume);
       CDPTDblDblTick trade;
       trade.SetFromQuote(quote);
-      auto result = bar.AddDataPt(&trade, kept.GetResoln(), mondays, 0, trend, nullptr);
-      if (result == CDPCDataPtCalculated::AddBarComplete) {
-        bar.Serialize(out);  // the bar is whole; then the trade begins the next one
-        result = bar.AddDataPt(&trade, kept.GetResoln(), mondays, 1, trend, nullptr);
-      }
+      const auto result = builder.Add(trade);
       std::printf("%02u:%02u:%02u %s\n", time.GetHour(), time.GetMinute(), time.GetSecond(),
                   result == CDPCDataPtCalculated::AddIncluded        ? "taken"
                   : result == CDPCDataPtCalculated::AddStartedNewBar ? "taken into a new bar"
                                                                      : "outside the sessions");
     }
-    if (bar.IsNull() == 0) {
-      bar.Serialize(out);
-    }
+    builder.Finish();  // hands on the bar that is still being built
     out.Close();
-    file.SeekToBegin();
-    CArchive in(&file, CArchive::load);  // a stored bar doesn't say what it is: the pair does
-    for (auto left = file.GetLength() / sizeof(CDPSTDblOHLCUDUT); left > 0; --left) {
-      bar.Serialize(in);
-      const CZRTime close = bar.GetZRDateTime().GetTime();
-      std::printf("%02u:%02u", close.GetHour(), close.GetMinute());
-      for (const unsigned int col : {0U, 1U, 2U, 3U, 7U}) {
-        std::printf("  %s %s", bar.GetStringHeaderForCol(col).GetString(),
-                    bar.GetStringValForCol(col).GetString());
-      }
-      std::puts("");
-    }
   } catch (CFileException* failure) {
     std::printf("%s: cause %d\n", path, failure->m_cause);
     failure->Delete();
