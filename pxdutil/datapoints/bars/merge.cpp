@@ -467,18 +467,19 @@ const AddRules* pxd::detail::FindAddRules(const CRuntimeClass* bar) {
   return found != std::end(kRows) ? found->rules : nullptr;
 }
 
+// The prices are copied, since an optional takes references, and none may be formed to packed ones.
 std::optional<float> pxd::detail::PriceLeftBy(const CDPDataPt* previous) {
   if (previous == nullptr || previous->IsNull() != 0) {
     return std::nullopt;
   }
   if (const auto* tick = RecordIf<CDPTDblDblTick>(previous); tick != nullptr) {
-    return tick->m_Price;
+    return float{tick->m_Price};
   }
   if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOld>(previous); bar != nullptr) {
-    return bar->m_Close;
+    return float{bar->m_Close};
   }
   if (const auto* bar = RecordIf<CDPCDblOHLCUDUTOOld>(previous); bar != nullptr) {
-    return bar->m_Close;
+    return float{bar->m_Close};
   }
   return 0.0F;
 }
