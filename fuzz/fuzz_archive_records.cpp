@@ -16,17 +16,14 @@
 #include <pxdutil/datapoints/ticks.h>
 #include <pxdutil/fields/field_info.h>
 #include <pxdutil/foundation/archive.h>
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/foundation/file.h>
 #include <pxdutil/sessions/resolution.h>
 
+#include "require.h"
+
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
+using fuzz::Require;
 
 std::vector<unsigned char> StoredForm(CObject& object) {
   CMemFile file;

@@ -12,16 +12,13 @@
 #include <span>
 
 #include <pxdutil/foundation/archive.h>
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/foundation/file.h>
+
+#include "require.h"
 
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
+using fuzz::Require;
 
 // Floats are compared by their bits, since a NaN must come back too.
 template <class T>

@@ -5,16 +5,13 @@
 #include <cstring>
 
 #include <pxdutil/fields/field_info_mgr.h>
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/foundation/file.h>
+
+#include "require.h"
 
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
+using fuzz::Require;
 
 // Lines that stand in memory.
 class Lines : public CStdioFile {

@@ -4,18 +4,11 @@
 #include <string>
 #include <string_view>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/query/explain_query.h>
 
-namespace {
+#include "require.h"
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
-
-}  // namespace
+using fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   // No NUL behind it: the text is what the view says.

@@ -14,6 +14,7 @@
 #include <pxdutil/quotes/quote.h>
 
 #include "history_catalogue.h"
+#include "require.h"
 
 namespace {
 

@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/history/history_settings.h>
 
 #include "history_catalogue.h"
+#include "require.h"
 
 namespace {
 

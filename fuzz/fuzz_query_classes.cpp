@@ -11,22 +11,17 @@
 #include <optional>
 #include <string>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/query/detail/query_class.h>
 #include <pxdutil/query/detail/query_refusal.h>
 #include <pxdutil/query/query_values.h>
 
+#include "require.h"
 #include "tests/query/everything.h"
 
 namespace {
 
+using fuzz::Require;
 using pxd::test::EverythingOf;
-
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
 
 class Bytes {
  public:

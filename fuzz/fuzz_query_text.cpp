@@ -7,19 +7,16 @@
 #include <type_traits>
 #include <vector>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/query/client_query.h>
 #include <pxdutil/query/explain_query.h>
 #include <pxdutil/query/query_values.h>
 #include <pxdutil/query/query_words.h>
 
+#include "require.h"
+
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
+using fuzz::Require;
 
 // Records as a caller's memory may be.
 std::vector<unsigned char> WildBytes() {

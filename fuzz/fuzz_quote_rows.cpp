@@ -7,19 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/quotes/quote.h>
 #include <tools/pxd/quote_rows.h>
 
-namespace {
+#include "require.h"
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
-
-}  // namespace
+using fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace pxd::tool;

@@ -9,20 +9,16 @@
 #include <memory>
 #include <vector>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/quotes/field_item.h>
 #include <pxdutil/quotes/news.h>
 #include <pxdutil/quotes/quote.h>
 
+#include "require.h"
+
 namespace {
 
+using fuzz::Require;
 using Block = std::vector<unsigned char>;
-
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
 
 // Hands out the input in pieces; behind its end there are zeros and empty blocks.
 class Input {

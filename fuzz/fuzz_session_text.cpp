@@ -8,16 +8,13 @@
 #include <cstdint>
 #include <string>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/sessions/session.h>
+
+#include "require.h"
 
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
+using fuzz::Require;
 
 bool AreEqual(const ZRGS_SESSION& a, const ZRGS_SESSION& b) {
   return std::equal(a.sessions.begin(), a.sessions.end(), b.sessions.begin(), b.sessions.end(),

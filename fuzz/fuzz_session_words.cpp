@@ -5,18 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include <pxdutil/foundation/fault.h>
 #include <tools/pxd/session_words.h>
 
-namespace {
+#include "require.h"
 
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
-
-}  // namespace
+using fuzz::Require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace pxd::tool;

@@ -5,18 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include <pxdutil/foundation/fault.h>
 #include <tools/pxd/settings_words.h>
+
+#include "require.h"
 
 namespace {
 
+using fuzz::Require;
 using namespace pxd::tool;
-
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
 
 void RequireExplained(const std::string& error) {
   Require(!error.empty(), "a refused text wasn't explained");

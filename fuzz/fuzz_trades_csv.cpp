@@ -11,22 +11,18 @@
 #include <string_view>
 #include <vector>
 
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/quotes/quote.h>
 #include <tools/pxd/bar_feed.h>
 #include <tools/pxd/catalogue.h>
 #include <tools/pxd/trade_ticks.h>
 #include <tools/pxd/trades_csv.h>
 
+#include "require.h"
+
 namespace {
 
+using fuzz::Require;
 using namespace pxd::tool;
-
-void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
 
 struct Outcome {
   bool good = false;

@@ -4,16 +4,9 @@
 #define PXDUTIL_FUZZ_HISTORY_CATALOGUE_H
 
 #include <pxdutil/fields/field_info_mgr.h>
-#include <pxdutil/foundation/fault.h>
 #include <pxdutil/history/history_settings.h>
 
 namespace fuzz {
-
-inline void Require(bool holds, const char* what) {
-  if (!holds) {
-    pxd::Fault(what);
-  }
-}
 
 // Loads the catalogue, once.
 inline void LoadCatalogue() {
