@@ -14,11 +14,14 @@
 #include <pxdutil/quotes/quote.h>
 
 #include "tests/faults/refusals.h"
+#include "tests/support/add_forms.h"
 
 namespace {
 
 using faults_test::Attempt;
 using faults_test::RefuseEachAllocation;
+using pxd::test::AddForm;
+using pxd::test::WithValueForms;
 
 using Field = CZRGSQuote::ZRGS_QUOTE_FIELD;
 
@@ -78,38 +81,14 @@ void ExpectSoundPool() {
   }
 }
 
-struct AddForm {
-  const char* name;
-  int (*add)(CZRGSQuote& quote, unsigned short id);
-};
-
-constexpr AddForm kAddForms[] = {
+const std::vector<AddForm> kAddForms = WithValueForms({
     {"copied node",
      [](CZRGSQuote& q, unsigned short id) {
        unsigned char value[40] = "copied";
        const Field node{id, 0, 40, 40, 0, 0x23, 0, value};
        return q.AddField(&node, 1);
      }},
-    {"generic",
-     [](CZRGSQuote& q, unsigned short id) {
-       unsigned char value[40] = "generic";
-       return q.AddField(3, CZRGSQuote::QFTYPE_STREAM, id, value, sizeof value);
-     }},
-    {"time", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldTime(3, id, 34200); }},
-    {"date", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldDate(3, id, 35431); }},
-    {"text", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldString(3, id, "some text"); }},
-    {"text of a size",
-     [](CZRGSQuote& q, unsigned short id) { return q.AddFieldString(3, id, "some text", 4); }},
-    {"double", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldDouble(3, id, 1.0); }},
-    {"float", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldFloat(3, id, 1.0F); }},
-    {"long", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldLong(3, id, 1); }},
-    {"unsigned long", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldULong(3, id, 1); }},
-    {"short", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldShort(3, id, 1); }},
-    {"unsigned short", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldUShort(3, id, 1); }},
-    {"char", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldChar(3, id, 1); }},
-    {"byte", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldByte(3, id, 1); }},
-    {"without value", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldNoValue(id, 6); }},
-};
+});
 
 // Adds a field to a quote of `fields` fields by every form; 40 fields outgrow the room that a quote
 // has inside, and a list that can't grow throws.

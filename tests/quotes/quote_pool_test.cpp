@@ -7,13 +7,16 @@
 
 #include <pxdutil/quotes/quote.h>
 
+#include "tests/support/add_forms.h"
 #include "tests/support/allocation_counter.h"
 
 namespace {
 
 using Field = CZRGSQuote::ZRGS_QUOTE_FIELD;
+using pxd::test::AddForm;
 using pxd::test::AllocationCounter;
 using pxd::test::ScarceMemory;
+using pxd::test::WithValueForms;
 
 Field* Create(unsigned short id, const std::string& bytes, unsigned char type = 2,
               unsigned char status = 3) {
@@ -306,12 +309,6 @@ TEST_F(QuotePool, EachNodeHasOneOwner) {
   }
 }
 
-// Every add form, with the date field's id so that each can also be asked about the cache rule.
-struct AddForm {
-  const char* name;
-  int (*add)(CZRGSQuote& quote, unsigned short id);
-};
-
 int AddWholeNode(CZRGSQuote& quote, unsigned short id, int copy) {
   unsigned char value[2] = {1, 0};
   // A node of the caller's own making, so that the pool isn't needed to make it.
@@ -330,31 +327,13 @@ int AddWholeNode(CZRGSQuote& quote, unsigned short id, int copy) {
   return result;
 }
 
-constexpr AddForm kAddForms[] = {
+// They are asked with the date field's id, so that each can also be asked about the cache rule.
+const std::vector<AddForm> kAddForms = WithValueForms({
     {"adopted node", [](CZRGSQuote& q, unsigned short id) { return AddWholeNode(q, id, 0); }},
     {"copied node", [](CZRGSQuote& q, unsigned short id) { return AddWholeNode(q, id, 1); }},
-    {"generic",
-     [](CZRGSQuote& q, unsigned short id) {
-       unsigned short value = 1;
-       return q.AddField(3, 1, id, &value, 2);
-     }},
     {"generic, no value",
      [](CZRGSQuote& q, unsigned short id) { return q.AddField(3, 1, id, nullptr, 0); }},
-    {"time", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldTime(3, id, 1); }},
-    {"date", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldDate(3, id, 1); }},
-    {"text", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldString(3, id, "1"); }},
-    {"text of a size",
-     [](CZRGSQuote& q, unsigned short id) { return q.AddFieldString(3, id, "1", 2); }},
-    {"double", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldDouble(3, id, 1.0); }},
-    {"float", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldFloat(3, id, 1.0F); }},
-    {"long", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldLong(3, id, 1); }},
-    {"unsigned long", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldULong(3, id, 1); }},
-    {"short", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldShort(3, id, 1); }},
-    {"unsigned short", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldUShort(3, id, 1); }},
-    {"char", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldChar(3, id, 1); }},
-    {"byte", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldByte(3, id, 1); }},
-    {"without value", [](CZRGSQuote& q, unsigned short id) { return q.AddFieldNoValue(id, 6); }},
-};
+});
 
 // No pool is open in these.
 TEST(ClosedPool, GivesNoNode) {
