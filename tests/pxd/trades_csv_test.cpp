@@ -1,6 +1,8 @@
 // Trades from CSV: what is read, in pieces of any size, and every way in which a row is bad.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -195,6 +197,34 @@ TEST(TradesCsv, AnOddButGoodNumberIsTaken) {
   EXPECT_EQ(Texts(Read("date,time,price,volume\n2024-03-04,09:31,-37.63,0\n")),
             (std::vector<std::string>{"2 2024-03-04 09:31:00 -37.630000 0.000000"}));
   EXPECT_EQ(Read("date,time,price,volume\n2024-03-04,09:31,3.4028234e38,0\n").error, "");
+}
+
+TEST(TradesCsv, ANumberIsTheNearestToItsDigits) {
+  std::mt19937 random(1);
+  std::string text = "date,time,price,volume\n";
+  std::vector<double> wanted;
+  for (int row = 0; row < 20000; ++row) {
+    // 15 digits are the most that are read in the short way.
+    std::string digits;
+    for (std::size_t left = 1 + random() % 18; left > 0; --left) {
+      digits += static_cast<char>('0' + random() % 10);
+    }
+    if (random() % 4 != 0) {
+      digits.insert(random() % (digits.size() + 1), ".");
+    }
+    text += "2024-03-04,09:31," + digits + ",0\n";
+    wanted.push_back(std::strtod(digits.c_str(), nullptr));
+  }
+  const Outcome outcome = Read(text);
+  ASSERT_EQ(outcome.error, "");
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    ASSERT_EQ(outcome.trades[i].price, wanted[i]) << i;
+  }
+}
+
+TEST(TradesCsv, APointAloneIsNoNumber) {
+  EXPECT_NE(Read("date,time,price,volume\n2024-03-04,09:31,.,0\n").error, "");
+  EXPECT_NE(Read("date,time,price,volume\n2024-03-04,09:31,1.2.3,0\n").error, "");
 }
 
 TEST(TradesCsv, ATimestampNeedsItsDate) {

@@ -81,11 +81,11 @@ std::optional<CZRTime> TakeTime(std::string_view& text) {
     }
     second = *seconds;
     if (TakeChar(rest, '.') || TakeChar(rest, ',')) {
-      const std::size_t digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
-      if (digits == 0) {
+      const auto* const end = std::find_if_not(rest.begin(), rest.end(), IsDigit);
+      if (end == rest.begin()) {
         return std::nullopt;
       }
-      rest.remove_prefix(digits);
+      rest.remove_prefix(static_cast<std::size_t>(end - rest.begin()));
     }
   }
   const CZRTime time(*hour, *minute, second);
@@ -168,6 +168,9 @@ std::optional<CZRDateTimeSpan> ReadSpan(std::string_view text) {
 }
 
 std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t seconds) {
+  if (seconds == 0 && moment.GetTime().GetTime() < kSecondsPerDay) {
+    return IsInCalendarYears(moment) ? std::optional(moment) : std::nullopt;
+  }
   std::int64_t day = moment.GetDate().GetJulianDate();
   std::int64_t second = std::int64_t{moment.GetTime().GetTime()} + seconds;
   day += second / kDay;

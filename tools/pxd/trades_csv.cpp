@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -15,9 +16,39 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+// Powers of ten that a double holds exactly, as many as a short number needs.
+constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
+// Digits with a point among them or without, up to 15 of them, as nearly all prices and volumes
+// are. Both sides of the division are exact then, so the quotient is the nearest double.
+std::optional<double> ReadShortNumber(std::string_view text) {
+  std::uint64_t digits = 0;
+  std::size_t point = text.size();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const unsigned digit = static_cast<unsigned>(static_cast<unsigned char>(text[i])) - '0';
+    if (digit <= 9) {
+      digits = digits * 10 + digit;
+    } else if (text[i] == '.' && point == text.size()) {
+      point = i;
+    } else {
+      return std::nullopt;
+    }
+  }
+  const std::size_t behind = point == text.size() ? 0 : text.size() - point - 1;
+  return static_cast<double>(digits) / kPowersOfTen[behind];
+}
+
 std::optional<double> ReadNumber(std::string_view text) {
   if (!text.empty() && text.front() == '+') {
     text.remove_prefix(1);
+  }
+  // A digit at either end keeps a point alone out, and what from_chars knows besides.
+  if (!text.empty() && text.size() < kPowersOfTen.size() && IsDigit(text.front()) &&
+      IsDigit(text.back())) {
+    if (const auto number = ReadShortNumber(text)) {
+      return number;
+    }
   }
   double value = 0.0;
   const char* const end = text.data() + text.size();

@@ -11,6 +11,10 @@
 
 namespace pxd::tool {
 
+constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
 // Without the blanks, tabs and line ends at both ends.
 std::string_view Trim(std::string_view text);
 
@@ -38,7 +42,7 @@ template <class T>
 std::optional<T> WholeNumber(std::string_view text, T most) {
   T value = 0;
   const char* const end = text.data() + text.size();
-  if (text.empty() || text.front() < '0' || text.front() > '9') {
+  if (text.empty() || !IsDigit(text.front())) {
     return std::nullopt;
   }
   const auto [stop, error] = std::from_chars(text.data(), end, value);
