@@ -244,6 +244,11 @@ TEST_F(QuoteCommand, AFieldThatComesAgainKeepsItsPlace) {
   EXPECT_THAT(ran.out, HasSubstr("\nDate:  none\nTime:  none\nValid: yes\n"));
 }
 
+TEST_F(QuoteCommand, AValueTakesOneLineOfTheTerminalWhateverItsBytes) {
+  Write("q", "1,string,3,\"a\x1b[31m\nb\"\n");
+  EXPECT_THAT(Run("quote q").out, HasSubstr("  a?[31m?b\n"));
+}
+
 TEST_F(QuoteCommand, AnInvalidQuoteSaysWhy) {
   Write("q", "");
   EXPECT_THAT(Run("quote q").out, EndsWith("Valid: no, since it has no field\n"));

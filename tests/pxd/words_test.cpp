@@ -17,6 +17,11 @@ CZRDateTime At(unsigned month, unsigned day, unsigned year, unsigned hour, unsig
   return CZRDateTime(CZRDate(month, day, year), CZRTime(hour, minute, second));
 }
 
+TEST(Words, ALineOfATerminalHasNoControlCharacters) {
+  EXPECT_EQ(OneLine("Z\xC3\xBCrich \\ \"~"), "Z\xC3\xBCrich \\ \"~");
+  EXPECT_EQ(OneLine(std::string_view("\0a\x1b[0m\n\x7f\x1f", 9)), "?a?[0m???");
+}
+
 TEST(Words, QuotedTextFitsOnOneLineAndIsCut) {
   EXPECT_EQ(Quoted("abc"), "\"abc\"");
   EXPECT_EQ(Quoted(std::string_view("a\0b\x1b\n", 5)), "\"a?b??\"");

@@ -12,6 +12,7 @@
 #include <pxdutil/query/query_words.h>
 
 #include "resolution_words.h"
+#include "words.h"
 
 namespace pxd::tool {
 namespace {
@@ -104,14 +105,6 @@ std::string GroupText(const QUERY_INFO& info) {
 std::span<const QUERY_CONDITION> ConditionsOf(const QUERY_INFO& info) {
   return {info.conditions,
           std::min(std::size_t{info.dwConditionCount}, std::size(info.conditions))};
-}
-
-// A value's bytes as one line of a terminal.
-std::string OneLine(std::string_view value) {
-  std::string line(value);
-  std::replace_if(
-      line.begin(), line.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
-  return line;
 }
 
 Json FieldJson(const BuiltInCatalogue& catalogue, unsigned short id) {

@@ -249,7 +249,7 @@ std::string QuoteTable(const BuiltInCatalogue& catalogue, const CZRGSQuote& quot
     text += fmt::format("{:>5}  {:<26}  {:<14}  {:<10}  {}\n", field->wFieldID, name,
                         CZRGSQuote::GetTypeString(field).GetString(),
                         CZRGSQuote::GetStatusString(field),
-                        CZRGSQuote::GetDataString(field).GetString());
+                        OneLine(CZRGSQuote::GetDataString(field).GetString()));
   }
   return text;
 }

@@ -86,4 +86,11 @@ std::string Quoted(std::string_view text) {
   return shown;
 }
 
+std::string OneLine(std::string_view text) {
+  std::string line(text);
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, '?');
+  return line;
+}
+
 }  // namespace pxd::tool

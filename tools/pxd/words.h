@@ -37,6 +37,9 @@ std::string_view TakeWord(std::string_view& text);
 // and a long text is cut.
 std::string Quoted(std::string_view text);
 
+// The text as one line of a terminal: control characters become '?'.
+std::string OneLine(std::string_view text);
+
 // The whole text as a decimal number of digits alone that doesn't pass `most`.
 template <class T>
 std::optional<T> WholeNumber(std::string_view text, T most) {
