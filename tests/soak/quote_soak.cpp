@@ -74,7 +74,8 @@ void Check(const CZRGSQuote& quote) {
 
 void MakeOne(Shelf& shelf, std::mt19937& random) {
   auto quote = std::make_unique<CZRGSQuote>();
-  Fill(*quote, 1 + random() % 40, 1 + random() % 20, random() % 4 == 0);
+  const auto upTo = [&random](unsigned most) { return 1 + static_cast<unsigned>(random()) % most; };
+  Fill(*quote, upTo(40), upTo(20), random() % 4 == 0);
   if (random() % 8 == 0) {
     CZRGSQuote copy(*quote);
     Fill(copy, 30, 10, false);
