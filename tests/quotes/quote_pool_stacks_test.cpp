@@ -280,7 +280,8 @@ TEST_F(QuotePoolStacks, TypedFormsAddWhatTheGenericFormAdds) {
       prepare();
       ASSERT_EQ(form.add(typed, 7), 1);
       prepare();
-      ASSERT_EQ(generic.AddField(0x13, form.type, 7, value, form.size), 1);
+      ASSERT_EQ(generic.AddField(0x13, form.type, 7, value, static_cast<unsigned long>(form.size)),
+                1);
       const Field a = *typed.GetField(0);
       const Field b = *generic.GetField(0);
       EXPECT_EQ(+a.wFieldID, +b.wFieldID);
