@@ -28,8 +28,9 @@ class BarBuilder;
 struct AnswerSpan;
 }  // namespace pxd
 namespace pxd::detail {
+class SlotMemo;
 struct AddRules;
-}
+}  // namespace pxd::detail
 
 #pragma pack(push, 1)
 
@@ -87,8 +88,12 @@ class PXDUTIL_API CDPCDataPtCalculated : public CDPDataPt {
  private:
   friend class pxd::BarBuilder;
 
-  // GetNextBarCloseDateTime; `span`, where given, becomes a span round `dt` in which the answer is
-  // the same, or stays as it is where none is known.
+  // GetNextBarCloseDateTime where `slots`, which may be null, don't know it; they get it to keep.
+  static DPTStatus AskBarClose(const CZRGSSession& session, const CResoln& resoln,
+                               const CZRDateTime& dt, CZRDateTime& close,
+                               pxd::detail::SlotMemo* slots);
+  // The same, asked of the calendar; `span`, where given, becomes a span round `dt` in which the
+  // answer is the same, or stays as it is where none is known.
   static DPTStatus FindBarClose(const CZRGSSession& session, const CResoln& resoln,
                                 const CZRDateTime& dt, CZRDateTime& close, pxd::AnswerSpan* span);
   // The moment by which a point is placed.

@@ -4,13 +4,8 @@
 #ifndef PXDUTIL_DATAPOINTS_OHLC_BARS_H
 #define PXDUTIL_DATAPOINTS_OHLC_BARS_H
 
-#include <cstddef>
-#include <span>
-
 #include <pxdutil/datapoints/calculated.h>
 #include <pxdutil/datapoints/detail/record_point.h>
-
-class CDPTDblDblTick;
 
 #pragma pack(push, 1)
 
@@ -37,14 +32,6 @@ class PXDUTIL_API CDPCDblOHLCUDUT
 
   // Takes in a trade of this bar's own time stamp at this bar's close. Whether it did.
   bool TickNetted(CDPDataPt* tick, TrendType& trend);
-
- private:
-  friend class pxd::BarBuilder;
-
-  // Merges the trades at the front that lie in the span, which is one of this bar's; how many they
-  // were. The bar must hold a trade already.
-  std::size_t IncludeRun(std::span<const CDPTDblDblTick> trades, const pxd::AnswerSpan& span,
-                         TrendType& trend);
 };
 
 // Holds a second record, the last daily figures seen by a bar longer than a day, so that a running

@@ -28,13 +28,15 @@
 #include <pxdutil/sessions/answer_span.h>
 #include <pxdutil/sessions/date_time.h>
 
+class CZRGSSession;
 namespace pxd::detail {
 class MonthMemo;
+class SlotMemo;
 class WeekIndex;
 struct MonthSpan;
 struct SessionAnswer;
+SlotMemo* SlotsOf(const CZRGSSession& calendar);
 }  // namespace pxd::detail
-   // namespace pxd::detail
 
 #pragma pack(push, 1)
 
@@ -246,6 +248,8 @@ class PXDUTIL_API CZRGSSession : public CObject {
                                   CZRDateTime& out);
 
  private:
+  friend pxd::detail::SlotMemo* pxd::detail::SlotsOf(const CZRGSSession& calendar);
+
   // The list that a look-up asks, counted from the first open, and where a date-time stands in it,
   // in seconds.
   struct Place {

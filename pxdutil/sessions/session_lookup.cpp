@@ -139,26 +139,29 @@ CZRGSSession::ReturnType CZRGSSession::GetSessionInfoResetWeek(const CZRDateTime
                                                                Status& status, unsigned long& index,
                                                                unsigned short* flags) const {
   Raise(flags, kFollowsReset | kEndsInReset);
-  const Place place = FindPlace(dt, kOneDay);
-  if (place.sessions.empty()) {
+  const Place bare = FindPlace(dt, 0);
+  if (bare.sessions.empty()) {
     status = StatusClosed;
     return ReturnOK;
   }
   // A copy: to look for the session may count the list afresh.
-  const ZRGS_SESSION_INFO last = place.sessions.back();
-  if (place.seconds < Seconds(last.CloseMinute)) {
-    const SessionAnswer answer = SessionAt(FindPlace(dt, kEndOfWeekBefore));
+  const ZRGS_SESSION_INFO last = bare.sessions.back();
+  const std::int64_t place = bare.seconds < 0 ? bare.seconds + kOneDay : bare.seconds;
+  if (place < Seconds(last.CloseMinute)) {
+    const std::int64_t own = bare.seconds < 0 ? bare.seconds + kEndOfWeekBefore : bare.seconds;
+    const SessionAnswer answer = bare.index != nullptr ? bare.index->At(own).session
+                                                       : SessionAt(FindPlace(dt, kEndOfWeekBefore));
     if (answer.status != StatusClosed) {
       index = static_cast<unsigned long>(answer.index);
     }
     const bool inSession = answer.status == StatusOpen || answer.status == StatusDribble;
     status = inSession ? StatusOpen : StatusInPeriod;
   } else {
-    status = WindowAt(place.seconds, last);
+    status = WindowAt(place, last);
   }
   if (status != StatusClosed) {
-    start = MovedBy(dt, -place.seconds);
-    end = MovedBy(dt, Seconds(last.CloseMinute) - place.seconds);
+    start = MovedBy(dt, -place);
+    end = MovedBy(dt, Seconds(last.CloseMinute) - place);
   }
   return ReturnOK;
 }

@@ -101,7 +101,7 @@ int CZRGSSession::NormalizeToStartOfTradingWeekFromSunday() const {
 
 bool CZRGSSession::IsCountedFromFirstOpen() const {
   const SessionList& sessions = m_sessions.sessions;
-  if (sessions.empty()) {
+  if (sessions.empty() || (m_index != nullptr && m_index->IsCountOf(sessions))) {
     return true;
   }
   const int firstOpen = sessions.front().OpenMinute;
@@ -112,8 +112,12 @@ bool CZRGSSession::IsCountedFromFirstOpen() const {
            counted.DribbleMinutes == session.DribbleMinutes &&
            counted.ResetFlag == session.ResetFlag;
   };
-  return std::equal(sessions.begin(), sessions.end(), m_normalized.sessions.begin(),
-                    m_normalized.sessions.end(), same);
+  const bool isCounted = std::equal(sessions.begin(), sessions.end(), m_normalized.sessions.begin(),
+                                    m_normalized.sessions.end(), same);
+  if (isCounted && m_index != nullptr) {
+    m_index->RememberCountOf(sessions);  // a list of words is compared faster than counted
+  }
+  return isCounted;
 }
 
 void CZRGSSession::NormalizeToDayOfWeekFromSunday(int dayOfWeek) {

@@ -1,11 +1,8 @@
 #include <pxdutil/datapoints/bars/bar_builder.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <optional>
 
 #include <pxdutil/datapoints/bars/detail/add_rules.h>
-#include <pxdutil/datapoints/ohlc_bars.h>
 
 namespace pxd {
 namespace {
@@ -26,10 +23,7 @@ BarBuilder::BarBuilder(Calculated& bar, const CResoln& resolution, const CZRGSSe
       m_resolution(resolution),
       m_calendar(calendar),
       m_sink(sink),
-      m_rules(detail::FindAddRules(bar.GetRuntimeClass())),
-      m_runBar(bar.GetRuntimeClass() == CDPCDblOHLCUDUT::GetThisClass()
-                   ? static_cast<CDPCDblOHLCUDUT*>(&bar)
-                   : nullptr) {}
+      m_rules(detail::FindAddRules(bar)) {}
 
 BarBuilder::~BarBuilder() = default;
 
@@ -82,10 +76,15 @@ std::size_t BarBuilder::Add(std::span<const CDPTDblDblTick> trades) {
 std::size_t BarBuilder::MergeRun(std::span<const CDPTDblDblTick> trades) {
   const bool takes =
       m_slot.status == Calculated::DPTStatusOpen || m_slot.status == Calculated::DPTStatusDribble;
-  if (m_runBar == nullptr || !takes || m_slot.close != m_bar.GetZRDateTime()) {
+  if (m_rules == nullptr || m_rules->mergeRun == nullptr || !takes ||
+      m_slot.close != m_bar.GetZRDateTime()) {
     return 0;
   }
-  return m_runBar->IncludeRun(trades, m_slot.span, m_trend);
+  const std::size_t merged = m_rules->mergeRun(m_bar, trades, m_slot.span, m_trend, m_previous);
+  if (merged != 0) {
+    RememberPrevious(trades[merged - 1]);
+  }
+  return merged;
 }
 
 bool BarBuilder::AddLate(const CDPDataPt& point) {

@@ -25,8 +25,6 @@
 #include <pxdutil/sessions/resolution.h>
 #include <pxdutil/sessions/session.h>
 
-class CDPCDblOHLCUDUT;
-
 namespace pxd {
 
 // Takes finished bars, in the order of time.
@@ -94,8 +92,6 @@ class PXDUTIL_API BarBuilder {
   BarSink& m_sink;
   // How the bar's class places points; null for classes that do so in a way of their own.
   const detail::AddRules* m_rules;
-  // The bar where whole runs of trades can be merged into it.
-  CDPCDblOHLCUDUT* m_runBar;
   Slot m_slot;
   CDPCDataPtCalculated::TrendType m_trend = CDPCDataPtCalculated::TrendUp;
   // The point before, or what stands for it, for the classes that look at it.

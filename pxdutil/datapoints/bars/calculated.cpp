@@ -5,6 +5,8 @@
 #include <pxdutil/datapoints/calculated.h>
 
 #include <pxdutil/datapoints/bars/detail/add_rules.h>
+#include <pxdutil/sessions/detail/slot_memo.h>
+#include <pxdutil/sessions/detail/week_index.h>
 #include <pxdutil/sessions/resolution.h>
 #include <pxdutil/sessions/session.h>
 
@@ -32,19 +34,23 @@ CZRGSSession::ResetType PeriodOf(const CResoln& resoln) {
   return CZRGSSession::ResetNone;
 }
 
+std::int64_t SecondsOf(const CZRDateTimeSpan& span) {
+  return std::int64_t{span.GetNumDays()} * pxd::kSecondsPerDay +
+         static_cast<std::int64_t>(span.GetNumSeconds());
+}
+
 // Within a session that runs from `open` to `close`, the end of the interval into which `moment`
 // falls. Intervals are counted from the open; the last one is cut short at the close. False where
 // there are no intervals to count.
 bool IntervalEnd(const CResoln& resoln, const CZRDateTime& open, const CZRDateTime& moment,
                  CZRDateTime& close) {
   const CZRDateTimeSpan width = resoln.GetDateTimeSpan();
-  const double seconds = width;
-  if (!(seconds > 0.0) || moment < open) {
+  const std::int64_t seconds = SecondsOf(width);
+  if (seconds == 0 || moment < open) {
     return false;
   }
-  const double passed = moment - open;
   CZRDateTimeSpan upToEnd = width;
-  upToEnd *= static_cast<int>(passed / seconds) + 1;
+  upToEnd *= static_cast<int>(SecondsOf(moment - open) / seconds) + 1;
   CZRDateTime end = open;
   end += upToEnd;
   if (end <= close) {
@@ -56,8 +62,8 @@ bool IntervalEnd(const CResoln& resoln, const CZRDateTime& open, const CZRDateTi
 // Cuts a span round `moment` down to the interval into which it falls.
 void CutToInterval(const CResoln& resoln, const CZRDateTime& open, const CZRDateTime& moment,
                    pxd::AnswerSpan& span) {
-  const auto width = static_cast<std::int64_t>(static_cast<double>(resoln.GetDateTimeSpan()));
-  const auto passed = static_cast<std::int64_t>(static_cast<double>(moment - open));
+  const std::int64_t width = SecondsOf(resoln.GetDateTimeSpan());
+  const std::int64_t passed = SecondsOf(moment - open);
   const std::int64_t from = moment.GetTime().GetTime() - passed % width;
   span.from = static_cast<unsigned>(std::max<std::int64_t>(span.from, from));
   span.until = static_cast<unsigned>(std::min<std::int64_t>(span.until, from + width));
@@ -67,7 +73,28 @@ void CutToInterval(const CResoln& resoln, const CZRDateTime& open, const CZRDate
 
 CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::GetNextBarCloseDateTime(
     const CZRGSSession& session, const CResoln& resoln, const CZRDateTime& dt, CZRDateTime& close) {
-  return FindBarClose(session, resoln, dt, close, nullptr);
+  pxd::detail::SlotMemo* const slots = pxd::detail::SlotsOf(session);
+  const pxd::detail::Slot* const slot = slots != nullptr ? slots->Find(resoln, dt) : nullptr;
+  if (slot == nullptr) {
+    return AskBarClose(session, resoln, dt, close, slots);
+  }
+  close = slot->close;
+  return static_cast<DPTStatus>(slot->status);
+}
+
+CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::AskBarClose(const CZRGSSession& session,
+                                                                  const CResoln& resoln,
+                                                                  const CZRDateTime& dt,
+                                                                  CZRDateTime& close,
+                                                                  pxd::detail::SlotMemo* slots) {
+  // Months may change though the slots stay.
+  if (slots == nullptr || PeriodOf(resoln) == CZRGSSession::ResetMonth) {
+    return FindBarClose(session, resoln, dt, close, nullptr);
+  }
+  pxd::AnswerSpan span;
+  const DPTStatus status = FindBarClose(session, resoln, dt, close, &span);
+  slots->Keep(resoln, {span, status, close});
+  return status;
 }
 
 CDPCDataPtCalculated::DPTStatus CDPCDataPtCalculated::FindBarClose(const CZRGSSession& session,

@@ -1,10 +1,9 @@
 // How each class of bars takes a point in.
-#include <algorithm>
-#include <bit>
-#include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
+#include <span>
+#include <typeinfo>
 
 #include <pxdutil/datapoints/bars/detail/add_rules.h>
 #include <pxdutil/datapoints/ohlc_bars.h>
@@ -18,16 +17,6 @@
 namespace {
 
 using pxd::detail::AddRules;
-
-constexpr AddRules kDailyRules = {RUNTIME_CLASS(CDPTDblDblTick), true, false, false, false};
-constexpr AddRules kIntradayRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, false, false};
-// The old bars tell up from down by the price before.
-constexpr AddRules kOldDailyRules = {RUNTIME_CLASS(CDPTDblDblTick), true, false, false, true};
-constexpr AddRules kOldIntradayRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, false, true};
-// The high's bar places every point at its own stamp; its siblings step back.
-constexpr AddRules kHighRules = {RUNTIME_CLASS(CDPTDblDblTick), false, true, false, false};
-constexpr AddRules kCloseVolumeRules = {RUNTIME_CLASS(CDPTDblDblTick), true, true, true, false};
-constexpr AddRules kCloseRules = {RUNTIME_CLASS(CDPTDblTick), true, true, true, false};
 
 // The record of `pt` if its exact class is Point, else null.
 template <class Point>
@@ -68,32 +57,6 @@ void AddFloats(To& to, const From& from, std::size_t first, std::size_t end) {
   }
 }
 
-// The sums and the close take a trade in. A tick is up or down by its sign, a word of 0 is down,
-// and the unchanged sums belong to other sources.
-template <class Record>
-void GrowByTick(Record& bar, const CDPSTDblDblTick& tick) {
-  const bool up = tick.m_TickDir > 0;
-  const auto ticks = static_cast<float>(up ? tick.m_TickDir : pxd::WrappingNegate(tick.m_TickDir));
-  if (up) {
-    bar.m_UpVol += tick.m_Vol;
-    bar.m_UpTicks += ticks;
-  } else {
-    bar.m_DownVol += tick.m_Vol;
-    bar.m_DownTicks += ticks;
-  }
-  bar.m_TotVol += tick.m_Vol;
-  bar.m_TotTicks += ticks;
-  bar.m_Close = tick.m_Price;
-}
-
-// Either a value or, without a branch, what changes no sum: adding -0 leaves even a 0 its sign.
-// Which way a trade goes can't be foreseen.
-float ValueIf(bool wanted, float value) {
-  constexpr std::uint32_t kNothing = 0x80000000U;
-  const std::uint32_t mask = 0U - static_cast<std::uint32_t>(wanted);
-  return std::bit_cast<float>((std::bit_cast<std::uint32_t>(value) & mask) | (kNothing & ~mask));
-}
-
 // The word without its sign, but for the one that has no other, and without a branch.
 std::int32_t Magnitude(std::int32_t word) {
   const std::int32_t sign = word >> 31;
@@ -101,66 +64,71 @@ std::int32_t Magnitude(std::int32_t word) {
   return static_cast<std::int32_t>((static_cast<std::uint32_t>(word) ^ mask) - mask);
 }
 
-// The same for many trades, with the figures kept out of the bar meanwhile. Every sum takes in the
+// What a trade adds to sums. A tick is up or down by its sign, a word of 0 is down, and the
+// unchanged sums belong to other sources.
+struct Growth {
+  explicit Growth(const CDPSTDblDblTick& tick)
+      : side(tick.m_TickDir > 0 ? 0 : 1),
+        volume(tick.m_Vol),
+        ticks(static_cast<float>(Magnitude(tick.m_TickDir))) {}
+
+  // 0 is up, 1 is down. It is a place and not a branch, since no one foresees which way trades go.
+  std::size_t side;
+  float volume;
+  float ticks;
+};
+
+template <class Record>
+void AddFloat(Record& bar, std::size_t column, float value) {
+  bar.SetFloat(column, bar.GetFloat(column) + value);
+}
+
+// The sums and the close take a trade in.
+template <class Record>
+void GrowByTick(Record& bar, const CDPSTDblDblTick& tick) {
+  const Growth growth(tick);
+  AddFloat(bar, pxd::kFirstVolume + growth.side, growth.volume);
+  AddFloat(bar, pxd::kVolumesEnd + growth.side, growth.ticks);
+  bar.m_TotVol += growth.volume;
+  bar.m_TotTicks += growth.ticks;
+  bar.m_Close = tick.m_Price;
+}
+
+// The same for many trades, with the sums kept out of the bar meanwhile. Every sum takes in the
 // same volumes in the same order, so that it rounds as theirs do.
 class RunOfTicks {
  public:
-  explicit RunOfTicks(const CDPSTDblOHLCUDUT& bar)
-      : m_high(bar.m_High),
-        m_low(bar.m_Low),
-        m_close(bar.m_Close),
-        m_upVol(bar.m_UpVol),
-        m_downVol(bar.m_DownVol),
-        m_totVol(bar.m_TotVol),
-        m_upTicks(bar.m_UpTicks),
-        m_downTicks(bar.m_DownTicks),
-        m_totTicks(bar.m_TotTicks) {}
+  template <class Record>
+  explicit RunOfTicks(const Record& bar)
+      : m_sides{{bar.m_UpVol, bar.m_UpTicks}, {bar.m_DownVol, bar.m_DownTicks}},
+        m_total{bar.m_TotVol, bar.m_TotTicks} {}
 
-  // Adding to a NaN may change its bits, and a sum that nothing is added to keeps them.
-  [[nodiscard]] bool MayRun() const {
-    return !std::isnan(m_upVol) && !std::isnan(m_downVol) && !std::isnan(m_upTicks) &&
-           !std::isnan(m_downTicks);
+  void Take(const Growth& growth) {
+    m_sides[growth.side].Grow(growth);
+    m_total.Grow(growth);
   }
 
-  void Take(const CDPSTDblDblTick& tick) {
-    const float price = tick.m_Price;
-    const float volume = tick.m_Vol;
-    const std::int32_t word = tick.m_TickDir;
-    const bool up = word > 0;
-    const auto ticks = static_cast<float>(Magnitude(word));
-    m_high = m_high < price ? price : m_high;
-    m_low = price < m_low ? price : m_low;
-    m_close = price;
-    m_upVol += ValueIf(up, volume);
-    m_downVol += ValueIf(!up, volume);
-    m_upTicks += ValueIf(up, ticks);
-    m_downTicks += ValueIf(!up, ticks);
-    m_totVol += volume;
-    m_totTicks += ticks;
-  }
-
-  void Store(CDPSTDblOHLCUDUT& bar) const {
-    bar.m_High = m_high;
-    bar.m_Low = m_low;
-    bar.m_Close = m_close;
-    bar.m_UpVol = m_upVol;
-    bar.m_DownVol = m_downVol;
-    bar.m_TotVol = m_totVol;
-    bar.m_UpTicks = m_upTicks;
-    bar.m_DownTicks = m_downTicks;
-    bar.m_TotTicks = m_totTicks;
+  template <class Record>
+  void Store(Record& bar) const {
+    bar.m_UpVol = m_sides[0].volume;
+    bar.m_UpTicks = m_sides[0].ticks;
+    bar.m_DownVol = m_sides[1].volume;
+    bar.m_DownTicks = m_sides[1].ticks;
+    bar.m_TotVol = m_total.volume;
+    bar.m_TotTicks = m_total.ticks;
   }
 
  private:
-  float m_high;
-  float m_low;
-  float m_close;
-  float m_upVol;
-  float m_downVol;
-  float m_totVol;
-  float m_upTicks;
-  float m_downTicks;
-  float m_totTicks;
+  struct Sums {
+    float volume;
+    float ticks;
+    void Grow(const Growth& growth) {
+      volume += growth.volume;
+      ticks += growth.ticks;
+    }
+  };
+  Sums m_sides[2];
+  Sums m_total;
 };
 
 CDPCDataPtCalculated::TrendType TrendOf(const CDPSTDblDblTick& tick) {
@@ -198,25 +166,6 @@ void CDPCDblOHLCUDUT::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, c
   } else if (const auto* daily = RecordIf<CDPCDblOHLCUDUTO>(pt); daily != nullptr) {
     takeBar(*daily);
   }
-}
-
-std::size_t CDPCDblOHLCUDUT::IncludeRun(std::span<const CDPTDblDblTick> trades,
-                                        const pxd::AnswerSpan& span, TrendType& trend) {
-  RunOfTicks run(m_Record);
-  const std::size_t most = run.MayRun() ? trades.size() : 0;
-  std::size_t taken = 0;
-  for (; taken < most; ++taken) {
-    const CDPSTDblDblTick& tick = trades[taken].GetDPST();
-    if (!span.Has(tick.GetDateTime())) {
-      break;
-    }
-    run.Take(tick);
-  }
-  if (taken != 0) {
-    run.Store(m_Record);
-    trend = TrendOf(trades[taken - 1].GetDPST());
-  }
-  return taken;
 }
 
 void CDPCDblOHLCUDUTO::IncludeDataPtData(const CDPDataPt* pt, TrendType& trend, const CDPDataPt*) {
@@ -434,12 +383,122 @@ void CDPOptDaily::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDa
   m_PrevDailyRec = *daily;
 }
 
+namespace {
+
+using TrendType = CDPCDataPtCalculated::TrendType;
+
+// Hands on the records of the trades at the front that lie in the span, and counts them.
+template <class Take>
+std::size_t ForEachIn(const pxd::AnswerSpan span, std::span<const CDPTDblDblTick> trades,
+                      Take take) {
+  std::size_t taken = 0;
+  for (const CDPTDblDblTick& trade : trades) {
+    const CDPSTDblDblTick& tick = trade.GetDPST();
+    if (!span.Has(tick.GetDateTime())) {
+      break;
+    }
+    take(tick);
+    ++taken;
+  }
+  return taken;
+}
+
+std::size_t MergeIntradayRun(CDPCDataPtCalculated& bar, std::span<const CDPTDblDblTick> trades,
+                             const pxd::AnswerSpan& span, TrendType& trend, const CDPDataPt*) {
+  auto& own = static_cast<CDPCDblOHLCUDUT&>(bar);
+  CDPSTDblOHLCUDUT record = own.GetDPST();
+  RunOfTicks sums(record);
+  float high = record.m_High;
+  float low = record.m_Low;
+  const std::size_t taken = ForEachIn(span, trades, [&](const CDPSTDblDblTick& tick) {
+    const float price = tick.m_Price;
+    high = high < price ? price : high;
+    low = price < low ? price : low;
+    sums.Take(Growth(tick));
+  });
+  if (taken != 0) {
+    const CDPSTDblDblTick& last = trades[taken - 1].GetDPST();
+    record.m_High = high;
+    record.m_Low = low;
+    record.m_Close = last.m_Price;
+    sums.Store(record);
+    own.SetDPST(record);
+    trend = TrendOf(last);
+  }
+  return taken;
+}
+
+std::size_t MergeDailyRun(CDPCDataPtCalculated& bar, std::span<const CDPTDblDblTick> trades,
+                          const pxd::AnswerSpan& span, TrendType& trend, const CDPDataPt*) {
+  auto& own = static_cast<CDPCDblOHLCUDUTO&>(bar);
+  CDPSTDblOHLCUDUTO record = own.GetDPST();
+  CDPSTDblOHLCUDUTO running = own.m_PrevDailyRec;
+  RunOfTicks sums(record);
+  RunOfTicks runningSums(running);
+  float open = record.m_Open;
+  float runningOpen = running.m_Open;
+  float high = running.m_High;
+  float low = running.m_Low;
+  const std::size_t taken = ForEachIn(span, trades, [&](const CDPSTDblDblTick& tick) {
+    const float price = tick.m_Price;
+    open = open == 0.0F ? price : open;
+    runningOpen = runningOpen == 0.0F ? price : runningOpen;
+    high = high < price ? price : high;
+    low = price < low ? price : low;
+    const Growth growth(tick);
+    sums.Take(growth);
+    runningSums.Take(growth);
+  });
+  if (taken != 0) {
+    const CDPSTDblDblTick& last = trades[taken - 1].GetDPST();
+    record.m_Open = open;
+    record.m_Close = last.m_Price;
+    sums.Store(record);
+    own.SetDPST(record);
+    running.m_Open = runningOpen;
+    running.m_High = high;
+    running.m_Low = low;
+    running.m_Close = last.m_Price;
+    runningSums.Store(running);
+    own.m_PrevDailyRec = running;
+    trend = TrendOf(last);
+  }
+  return taken;
+}
+
+// For the classes that keep no sums, or look at the trade before.
+std::size_t MergeOneByOne(CDPCDataPtCalculated& bar, std::span<const CDPTDblDblTick> trades,
+                          const pxd::AnswerSpan& span, TrendType& trend,
+                          const CDPDataPt* previous) {
+  std::size_t taken = 0;
+  while (taken < trades.size() && span.Has(trades[taken].GetDPST().GetDateTime())) {
+    bar.IncludeDataPtData(&trades[taken], trend, previous);
+    previous = &trades[taken];
+    ++taken;
+  }
+  return taken;
+}
+
+constexpr const CRuntimeClass* kTrade = RUNTIME_CLASS(CDPTDblDblTick);
+constexpr AddRules kDailyRules = {kTrade, true, false, false, false, &MergeDailyRun};
+constexpr AddRules kIntradayRules = {kTrade, true, true, false, false, &MergeIntradayRun};
+constexpr AddRules kLowRules = {kTrade, true, true, false, false, &MergeOneByOne};
+// The old bars tell up from down by the price before.
+constexpr AddRules kOldDailyRules = {kTrade, true, false, false, true, &MergeOneByOne};
+constexpr AddRules kOldIntradayRules = {kTrade, true, true, false, true, &MergeOneByOne};
+// The high's bar places every point at its own stamp; its siblings step back.
+constexpr AddRules kHighRules = {kTrade, false, true, false, false, &MergeOneByOne};
+constexpr AddRules kCloseVolumeRules = {kTrade, true, true, true, false, &MergeOneByOne};
+constexpr AddRules kCloseRules = {RUNTIME_CLASS(CDPTDblTick), true, true, true, false, nullptr};
+
+}  // namespace
+
 // One row a class: by which rules its points are placed.
 #define PXDUTIL_FOR_EACH_BAR(X)            \
   X(CDPCDblOHLCUDUTO, kDailyRules)         \
   X(CDPCDblOHLCUDUTOOld, kOldDailyRules)   \
   X(CDPCDblOHLCUDUT, kIntradayRules)       \
-  X(CDPCDblDblL, kIntradayRules)           \
+  X(CDPCDblDblL, kLowRules)                \
   X(CDPCDblOHLCUDUTOld, kOldIntradayRules) \
   X(CDPCDblDblH, kHighRules)               \
   X(CDPCDblDblC, kCloseVolumeRules)        \
@@ -454,17 +513,17 @@ void CDPOptDaily::IncludeDataPtData(const CDPDataPt* pt, TrendType&, const CDPDa
 PXDUTIL_FOR_EACH_BAR(PXDUTIL_DEFINE_ADD)
 #undef PXDUTIL_DEFINE_ADD
 
-const AddRules* pxd::detail::FindAddRules(const CRuntimeClass* bar) {
-  struct Row {
-    const CRuntimeClass* bar;
-    const AddRules* rules;
-  };
-#define PXDUTIL_RULES_ROW(bar, rules) Row{RUNTIME_CLASS(bar), &::rules},
-  static constexpr Row kRows[] = {PXDUTIL_FOR_EACH_BAR(PXDUTIL_RULES_ROW)};
+// A class that derives from one of these without a record of its own counts as a class of its own
+// all the same, since it may place and merge points otherwise.
+const AddRules* pxd::detail::FindAddRules(const CDPCDataPtCalculated& bar) {
+  const std::type_info& type = typeid(bar);
+#define PXDUTIL_RULES_ROW(bar, rules) \
+  if (type == typeid(bar)) {          \
+    return &::rules;                  \
+  }
+  PXDUTIL_FOR_EACH_BAR(PXDUTIL_RULES_ROW)
 #undef PXDUTIL_RULES_ROW
-  const Row* const found = std::find_if(std::begin(kRows), std::end(kRows),
-                                        [bar](const Row& row) { return row.bar == bar; });
-  return found != std::end(kRows) ? found->rules : nullptr;
+  return nullptr;
 }
 
 // The prices are copied, since an optional takes references, and none may be formed to packed ones.

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstring>
 
 #include <pxdutil/sessions/detail/week.h>
 
@@ -27,7 +26,8 @@ class MonthMemo {
   [[nodiscard]] const MonthSpan* Find(const SessionList& sessions, CZRDate first,
                                       CZRDate next) const {
     const Entry& entry = m_entries[PlaceOf(first)];
-    return entry.isKnown && entry.first == first && entry.next == next && IsSame(sessions)
+    return entry.isKnown && entry.first == first && entry.next == next &&
+                   AreSame(sessions, m_sessions)
                ? &entry.span
                : nullptr;
   }
@@ -35,7 +35,7 @@ class MonthMemo {
   // Takes in a month. Those of another list are forgotten.
   const MonthSpan& Keep(const SessionList& sessions, CZRDate first, CZRDate next,
                         const MonthSpan& span) {
-    if (!IsSame(sessions)) {
+    if (!AreSame(sessions, m_sessions)) {
       m_sessions = sessions;
       m_entries = {};
     }
@@ -58,13 +58,6 @@ class MonthMemo {
   // Months have 28 to 31 days, so neighbours have places of their own.
   static std::size_t PlaceOf(CZRDate first) {
     return (first.GetJulianDate() + 15U) / 30U % kEntries;
-  }
-
-  // The list may be edited in place at any time.
-  [[nodiscard]] bool IsSame(const SessionList& sessions) const {
-    return sessions.size() == m_sessions.size() &&
-           (sessions.empty() || std::memcmp(sessions.data(), m_sessions.data(),
-                                            sessions.size() * sizeof(ZRGS_SESSION_INFO)) == 0);
   }
 
   SessionList m_sessions;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include <pxdutil/sessions/date_time.h>
@@ -13,6 +14,12 @@
 namespace pxd::detail {
 
 using SessionList = std::vector<ZRGS_SESSION_INFO>;
+
+// Whether two lists are the same word for word. Lists may be edited in place at any time.
+[[nodiscard]] inline bool AreSame(const SessionList& a, const SessionList& b) {
+  return a.size() == b.size() &&
+         (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(ZRGS_SESSION_INFO)) == 0);
+}
 
 // A valid list holds 1 to this many sessions.
 inline constexpr std::size_t kMaxSessions = 256;
@@ -87,10 +94,6 @@ class OverlapCheck {
   // Round all days there are, which leaves every date as it is, so that nothing is below 0.
   constexpr std::int64_t kRound = std::int64_t{0x10000} * kSecondsPerDay;
   const std::uint32_t time = dt.GetTime().GetTime();
-  const std::int64_t sameDay = time + seconds;
-  if (time < kSecondsPerDay && sameDay >= 0 && sameDay < kSecondsPerDay) {
-    return CZRDateTime(dt.GetDate(), CZRTime(static_cast<unsigned>(sameDay)));
-  }
   if (time < kSecondsPerDay && seconds > -kRound && seconds < kRound) {
     const auto moved = static_cast<std::uint64_t>(kRound + time + seconds);
     return CZRDateTime(

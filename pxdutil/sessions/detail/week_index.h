@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <vector>
 
+#include <pxdutil/sessions/detail/slot_memo.h>
 #include <pxdutil/sessions/detail/week.h>
 #include <pxdutil/sessions/session.h>
 
@@ -64,6 +65,15 @@ class WeekIndex {
     return {m_starts[found], m_starts[found + 1]};
   }
 
+  // The list that the answers were counted from, where it is known.
+  [[nodiscard]] bool IsCountOf(const SessionList& sessions) const {
+    return AreSame(sessions, m_countedFrom);
+  }
+  void RememberCountOf(const SessionList& sessions) { m_countedFrom = sessions; }
+
+  // What users of the answers made of them.
+  [[nodiscard]] SlotMemo& Slots() { return m_slots; }
+
  private:
   static constexpr std::int64_t kHoursPerWeek = kSecondsPerWeek / kSecondsPerHour;
 
@@ -86,7 +96,23 @@ class WeekIndex {
   std::vector<Stretch> m_stretches;
   // The stretch with which each hour of the week begins. Few hours hold more than one other.
   std::array<std::uint32_t, kHoursPerWeek> m_firstOfHour;
+  SessionList m_countedFrom;
+  SlotMemo m_slots;
 };
+
+// The slots of a calendar as long as its look-ups of sessions, days and weeks are answered from its
+// index, which no edit of the list changes but one of the first open; else null. Those of months
+// may change without it.
+[[nodiscard]] inline SlotMemo* SlotsOf(const CZRGSSession& calendar) {
+  const SessionList& sessions = calendar.m_sessions.sessions;
+  if (calendar.m_index == nullptr || calendar.m_local == nullptr ||
+      calendar.m_local->m_isNormalized != 1 || sessions.empty()) {
+    return nullptr;
+  }
+  SlotMemo& slots = calendar.m_index->Slots();
+  slots.CountFrom(sessions.front().OpenMinute);
+  return &slots;
+}
 
 }  // namespace pxd::detail
 

@@ -2,13 +2,22 @@
 #ifndef PXDUTIL_DATAPOINTS_BARS_DETAIL_ADD_RULES_H
 #define PXDUTIL_DATAPOINTS_BARS_DETAIL_ADD_RULES_H
 
+#include <cstddef>
 #include <optional>
+#include <span>
 
-#include <pxdutil/foundation/object.h>
-
-class CDPDataPt;
+#include <pxdutil/datapoints/calculated.h>
+#include <pxdutil/datapoints/ticks.h>
+#include <pxdutil/sessions/answer_span.h>
 
 namespace pxd::detail {
+
+// Merges the trades at the front that lie in the span, one after the other, and tells how many they
+// were. The span must be one of those of the bar as it stands. `previous` is the point before them.
+using MergeRunFunction = std::size_t(CDPCDataPtCalculated& bar,
+                                     std::span<const CDPTDblDblTick> trades, const AnswerSpan& span,
+                                     CDPCDataPtCalculated::TrendType& trend,
+                                     const CDPDataPt* previous);
 
 struct AddRules {
   // Points of exactly this class are moments; all others are stamped with the end of their interval
@@ -23,10 +32,12 @@ struct AddRules {
   bool emptyBarWaits;
   // Whether merging a trade looks at the point before it.
   bool consultsPrevious;
+  // How a run of trades is merged; null where trades aren't moments.
+  MergeRunFunction* mergeRun;
 };
 
-// The rules of a class of bars, null for a class that isn't of this library or takes no points.
-[[nodiscard]] const AddRules* FindAddRules(const CRuntimeClass* bar);
+// The rules of a bar, null where its class isn't of this library or takes no points.
+[[nodiscard]] const AddRules* FindAddRules(const CDPCDataPtCalculated& bar);
 
 // All that merging a trade looks at in the point before it: its price, or none.
 [[nodiscard]] std::optional<float> PriceLeftBy(const CDPDataPt* previous);
