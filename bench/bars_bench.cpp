@@ -74,49 +74,46 @@ class Counted final : public pxd::BarSink {
   std::size_t bars = 0;
 };
 
+// The builder, fed in one of its two ways.
+using Feed = void (*)(pxd::BarBuilder& builder, const std::vector<CDPTDblDblTick>& trades);
+
+void AtOnce(pxd::BarBuilder& builder, const std::vector<CDPTDblDblTick>& trades) {
+  builder.Add(trades);
+}
+
+void OneByOne(pxd::BarBuilder& builder, const std::vector<CDPTDblDblTick>& trades) {
+  for (const CDPTDblDblTick& tick : trades) {
+    builder.Add(tick);
+  }
+}
+
 template <class Bar>
-void SeriesInto(benchmark::State& state, ZRGS_RESOLUTION resolution) {
+void Built(benchmark::State& state, ZRGS_RESOLUTION resolution, Feed feed) {
   const auto& trades = SharedTrades();
   const CZRGSSession week = bench::StockWeek();
   for (auto _ : state) {
     Bar bar;
     Counted counted;
     pxd::BarBuilder builder(bar, CResoln(resolution), week, counted);
-    builder.Add(trades);
+    feed(builder, trades);
     benchmark::DoNotOptimize(counted.bars);
   }
   CountTicks(state);
 }
 
-template <class Bar>
-void PointsInto(benchmark::State& state, ZRGS_RESOLUTION resolution) {
-  const auto& trades = SharedTrades();
-  const CZRGSSession week = bench::StockWeek();
-  for (auto _ : state) {
-    Bar bar;
-    Counted counted;
-    pxd::BarBuilder builder(bar, CResoln(resolution), week, counted);
-    for (const CDPTDblDblTick& tick : trades) {
-      builder.Add(tick);
-    }
-    benchmark::DoNotOptimize(counted.bars);
-  }
-  CountTicks(state);
+void TicksIntoMinuteBarsAtOnce(benchmark::State& state) {
+  Built<CDPCDblOHLCUDUT>(state, {3, 1}, AtOnce);
 }
+BENCHMARK(TicksIntoMinuteBarsAtOnce)->Unit(benchmark::kMillisecond);
 
-void SeriesIntoMinuteBars(benchmark::State& state) {
-  SeriesInto<CDPCDblOHLCUDUT>(state, {3, 1});
+void TicksIntoDailyBarsAtOnce(benchmark::State& state) {
+  Built<CDPCDblOHLCUDUTO>(state, {4, 1}, AtOnce);
 }
-BENCHMARK(SeriesIntoMinuteBars)->Unit(benchmark::kMillisecond);
+BENCHMARK(TicksIntoDailyBarsAtOnce)->Unit(benchmark::kMillisecond);
 
-void SeriesIntoDailyBars(benchmark::State& state) {
-  SeriesInto<CDPCDblOHLCUDUTO>(state, {4, 1});
+void TicksIntoMinuteBarsOneByOne(benchmark::State& state) {
+  Built<CDPCDblOHLCUDUT>(state, {3, 1}, OneByOne);
 }
-BENCHMARK(SeriesIntoDailyBars)->Unit(benchmark::kMillisecond);
-
-void PointsIntoMinuteBars(benchmark::State& state) {
-  PointsInto<CDPCDblOHLCUDUT>(state, {3, 1});
-}
-BENCHMARK(PointsIntoMinuteBars)->Unit(benchmark::kMillisecond);
+BENCHMARK(TicksIntoMinuteBarsOneByOne)->Unit(benchmark::kMillisecond);
 
 }  // namespace

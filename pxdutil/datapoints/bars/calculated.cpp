@@ -1,6 +1,7 @@
 // When a bar closes, and what becomes of a point that is offered to it.
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 
 #include <pxdutil/datapoints/calculated.h>
 
@@ -49,8 +50,12 @@ bool IntervalEnd(const CResoln& resoln, const CZRDateTime& open, const CZRDateTi
   if (seconds == 0 || moment < open) {
     return false;
   }
+  // Only where a close has wrapped round all days is the number too large for its word, which then
+  // holds the least there is, as processors convert it.
+  const std::int64_t whole = SecondsOf(moment - open) / seconds;
+  const bool fits = whole < std::numeric_limits<int>::max();
   CZRDateTimeSpan upToEnd = width;
-  upToEnd *= static_cast<int>(SecondsOf(moment - open) / seconds) + 1;
+  upToEnd *= (fits ? static_cast<int>(whole) : std::numeric_limits<int>::min()) + 1;
   CZRDateTime end = open;
   end += upToEnd;
   if (end <= close) {
