@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <span>
 #include <string>
@@ -70,6 +73,37 @@ class Loop {
   const CZRGSSession& m_calendar;
 };
 
+// Weekdays that open on the evening before, in one session or with a break, with windows behind the
+// close; now and then a holiday.
+ZRGS_SESSION Overnights(Numbers& numbers) {
+  ZRGS_SESSION list;
+  const int open = 17 * 60 + numbers.Below(120);
+  const int length = 600 + numbers.Below(600);
+  const bool breaks = numbers.Chance(40);
+  const auto add = [&](int from, int to, bool ends) {
+    list.sessions.push_back(Info(static_cast<unsigned>(from % session_test::kWeek),
+                                 static_cast<unsigned>(to % session_test::kWeek),
+                                 static_cast<unsigned>(numbers.Below(90)),
+                                 static_cast<unsigned>(numbers.Below(90)), ends ? 1 : 0));
+  };
+  for (int day = 0; day < 6; ++day) {
+    const int from = day * 1440 + open;
+    if (day != 3 && numbers.Chance(15)) {
+      continue;
+    }
+    if (breaks) {
+      add(from, from + length / 2 - 95, false);
+    }
+    add(breaks ? from + length / 2 : from, from + length, true);
+  }
+  return list;
+}
+
+ZRGS_SESSION AnyCalendar(Numbers& numbers) {
+  const int kind = numbers.Below(4);
+  return kind < 2 ? MakeCalendar(numbers) : kind == 2 ? Overnights(numbers) : Weekdays(30, 10);
+}
+
 // Trades that mostly go on in time, by steps from nothing to days, now and then back, or nowhere.
 std::vector<CDPTDblDblTick> AnyTrades(Numbers& numbers, int count) {
   std::vector<CDPTDblDblTick> trades;
@@ -93,8 +127,18 @@ std::vector<CDPTDblDblTick> AnyTrades(Numbers& numbers, int count) {
       moment =
           numbers.Chance(50) ? CZRDateTime() : CZRDateTime(moment.GetDate(), CZRTime(86400U + 7U));
     }
-    const float price = numbers.Chance(2) ? 0.0F : static_cast<float>(numbers.Below(1000)) / 8.0F;
-    trades.push_back(Trade(moment, price, numbers.Below(100000), numbers.Below(7) - 3));
+    float price = static_cast<float>(numbers.Below(1000)) / 8.0F;
+    if (numbers.Chance(5)) {
+      price = numbers.Chance(50) ? 0.0F : -0.0F;
+    } else if (numbers.Chance(2)) {
+      price = std::numeric_limits<float>::quiet_NaN();
+    }
+    long word = numbers.Below(7) - 3;
+    if (numbers.Chance(1)) {
+      word = numbers.Chance(50) ? std::numeric_limits<std::int32_t>::min()
+                                : std::numeric_limits<std::int32_t>::max();
+    }
+    trades.push_back(Trade(moment, price, numbers.Below(100000), word));
   }
   return trades;
 }
@@ -114,7 +158,7 @@ TYPED_TEST(BarBuilders, GiveTheBarsOfTheLoop) {
   Numbers numbers(7);
   std::size_t finished = 0;
   for (int round = 0; round < 130; ++round) {
-    const ZRGS_SESSION list = numbers.Chance(50) ? MakeCalendar(numbers) : Weekdays(30, 10);
+    const ZRGS_SESSION list = AnyCalendar(numbers);
     const CResoln resolution(
         kResolutions[static_cast<std::size_t>(round) % std::size(kResolutions)]);
     const std::vector<CDPTDblDblTick> trades = AnyTrades(numbers, 400);
@@ -176,7 +220,7 @@ TYPED_TEST(BarBuilders, GiveTheBarsOfTheLoop) {
 TYPED_TEST(BarBuilders, TakeBarsAsTheLoopDoes) {
   Numbers numbers(11);
   for (int round = 0; round < 60; ++round) {
-    const ZRGS_SESSION list = numbers.Chance(50) ? MakeCalendar(numbers) : Weekdays(30, 10);
+    const ZRGS_SESSION list = AnyCalendar(numbers);
     const CResoln resolution(
         kResolutions[static_cast<std::size_t>(round) % std::size(kResolutions)]);
     std::vector<TypeParam> points;
@@ -238,6 +282,92 @@ TEST(BarBuilder, GivesTheBarsOfTheLoopWithAnEditedCalendar) {
     EXPECT_EQ(BytesOf(built), BytesOf(bar));
     EXPECT_EQ(kept.bars, loop.bars);
   }
+}
+
+// Behind the first trade of a bar nothing is looked at but its place in time, its price, volume and
+// word: a whole day of trades, with windows, in one go.
+TEST(BarBuilder, MergesADayAtOnce) {
+  const CZRGSSession calendar(Weekdays(30, 10));
+  CDPCDblOHLCUDUTO bar;
+  Kept kept;
+  pxd::BarBuilder builder(bar, Of(1, kDays), calendar, kept);
+  std::vector<CDPTDblDblTick> trades;
+  trades.push_back(Trade(session_test::Day(1, 9, 30), 0.0F, 1, 1));
+  trades.push_back(Trade(session_test::Day(1, 10, 0), 0.0F, 2, -2));
+  trades.push_back(Trade(session_test::Day(1, 11, 0), 7.5F, 4, 3));
+  trades.push_back(Trade(session_test::Day(1, 12, 0), 9.5F, 8, 0));
+  trades.push_back(Trade(session_test::Day(1, 15, 59, 59), 6.5F, 16, 5));
+  trades.push_back(Trade(session_test::Day(1, 16, 9, 59), 8.5F, 32, -1));  // late
+  trades.push_back(Trade(session_test::Day(1, 8, 0), 99.5F, 64, 1));       // in no session
+  EXPECT_EQ(builder.Add(std::span<const CDPTDblDblTick>(trades).first(6)), 6U);
+  EXPECT_EQ(builder.Trend(), CDPCDataPtCalculated::TrendDown);
+  EXPECT_EQ(bar.GetZRDateTime(), session_test::Day(1, 16, 0));
+  // The high and the low are those of the first trade, and the open is the first that isn't 0, both
+  // as is meant in this class; the running daily record has the true ones.
+  EXPECT_EQ(Floats(bar, 13), (std::vector<float>{7.5F, 0.0F, 0.0F, 8.5F, 21.0F, 42.0F, 0.0F, 63.0F,
+                                                 9.0F, 3.0F, 0.0F, 12.0F, 0.0F}));
+  std::vector<float> running;
+  for (unsigned col = 0; col < 12; ++col) {
+    CDPValue value;
+    bar.GetDPValueForColEx(col, value, kWeeks);
+    running.push_back(value.GetFloat());
+  }
+  EXPECT_EQ(running, (std::vector<float>{7.5F, 9.5F, 0.0F, 8.5F, 21.0F, 42.0F, 0.0F, 63.0F, 9.0F,
+                                         3.0F, 0.0F, 12.0F}));
+  EXPECT_EQ(builder.Add(std::span<const CDPTDblDblTick>(trades).subspan(6)), 0U);
+  EXPECT_EQ(kept.bars.size(), 1U);
+}
+
+// A sum that no trade of the run grows keeps its very bits, and the running record has an open of
+// its own.
+TEST(BarBuilder, LeavesWhatARunDoesNotTouch) {
+  const CZRGSSession calendar(Weekdays(0, 0));
+  CDPCDblOHLCUDUTO bar;
+  Kept kept;
+  pxd::BarBuilder builder(bar, Of(1, kDays), calendar, kept);
+  builder.Add(Trade(session_test::Day(1, 10, 0), 5.0F, 1, 1));
+  CDPSTDblOHLCUDUTO record = bar.GetDPST();
+  record.m_DownVol = -0.0F;
+  record.m_DownTicks = std::bit_cast<float>(0x7FC00001U);
+  bar.SetDPST(record);
+  bar.m_PrevDailyRec.m_Open = 0.0F;
+  bar.m_PrevDailyRec.m_UnchVol = 3.0F;
+  const std::vector<CDPTDblDblTick> trades = {Trade(session_test::Day(1, 10, 1), 6.0F, 2, 1),
+                                              Trade(session_test::Day(1, 10, 2), 4.0F, 2, 1)};
+  EXPECT_EQ(builder.Add(trades), 2U);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(float{bar.GetDPST().m_DownVol}), 0x80000000U);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(float{bar.GetDPST().m_DownTicks}), 0x7FC00001U);
+  EXPECT_EQ(float{bar.GetDPST().m_Open}, 5.0F);
+  EXPECT_EQ(float{bar.m_PrevDailyRec.m_Open}, 6.0F);
+  EXPECT_EQ(float{bar.m_PrevDailyRec.m_UnchVol}, 3.0F);
+}
+
+// A class that derives from a bar may merge in its own way, with or without a record of its own.
+TEST(BarBuilder, AsksAClassOfTheCallersForEveryTrade) {
+  struct Halving : CDPCDblOHLCUDUT {
+    void IncludeDataPtData(const CDPDataPt* point, TrendType& trend,
+                           const CDPDataPt* previous) override {
+      CDPTDblDblTick half = *static_cast<const CDPTDblDblTick*>(point);
+      half.SetValues(half.GetDPST().m_Price / 2.0F, 1, 1);
+      CDPCDblOHLCUDUT::IncludeDataPtData(&half, trend, previous);
+    }
+    AddDataPtReturn AddDataPt(const CDPDataPt* point, const CResoln& resolution,
+                              const CZRGSSession& session, int startNew, TrendType& trend,
+                              const CDPDataPt* previous) override {
+      ++offered;
+      return CDPCDblOHLCUDUT::AddDataPt(point, resolution, session, startNew, trend, previous);
+    }
+    int offered = 0;
+  };
+  const CZRGSSession calendar(Weekdays(0, 0));
+  Halving bar;
+  Kept kept;
+  pxd::BarBuilder builder(bar, Of(1, kDays), calendar, kept);
+  const std::vector<CDPTDblDblTick> trades(3, Trade(session_test::Day(1, 10, 0), 8.0F));
+  EXPECT_EQ(builder.Add(trades), 3U);
+  EXPECT_EQ(bar.offered, 3);
+  EXPECT_EQ(Float(bar, 0), 4.0F);
+  EXPECT_EQ(Float(bar, 3), 4.0F);
 }
 
 TEST(BarBuilder, ALateTradeGoesOnlyIntoTheBarThatIsBeingBuilt) {

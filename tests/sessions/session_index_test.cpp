@@ -108,6 +108,49 @@ TEST(SessionIndex, AMonthFollowsEveryEditOfTheList) {
   }
 }
 
+// Look-ups answer from the list as it stood when it was first asked. A look-up of a month makes the
+// next one count the list afresh, as it stands; where the month is one that the moment lies in, it
+// makes that look-up itself.
+TEST(SessionIndex, AnEditShowsOnceBehindAMonth) {
+  Numbers numbers(23);
+  int shown = 0;
+  for (int round = 0; round < 60; ++round) {
+    const ZRGS_SESSION kept = MakeCalendar(numbers);
+    ZRGS_SESSION edited = kept;
+    CZRGSSession calendar(kept);
+    Ask(calendar, CZRGSSession::ResetNone, Day(1, 12, 0));
+    bool showsNext = false;
+    for (int i = 0; i < 300; ++i) {
+      if (numbers.Chance(5)) {
+        edited = kept;
+        if (numbers.Chance(60)) {
+          ZRGS_SESSION_INFO& session = edited.sessions[static_cast<std::size_t>(
+              numbers.Below(static_cast<int>(edited.sessions.size())))];
+          session.CloseMinute = static_cast<std::uint16_t>((session.CloseMinute + 7) % kWeek);
+          session.ResetFlag = session.ResetFlag == 0;
+        }
+        *calendar.GetSessionPtr() = edited;
+      }
+      const CZRDateTime dt = AnyMoment(numbers);
+      if (numbers.Chance(10)) {
+        const Answer month = Ask(calendar, CZRGSSession::ResetMonth, dt);
+        showsNext = std::get<3>(month) == CZRGSSession::StatusClosed;
+        continue;
+      }
+      const auto period = kPeriods[static_cast<std::size_t>(numbers.Below(3))];
+      if (period == CZRGSSession::ResetWeek && showsNext) {
+        continue;  // it looks twice, so that half of its answer is the edited list's
+      }
+      const ZRGS_SESSION& asked = showsNext ? edited : kept;
+      shown += showsNext && CZRGSSession(kept).Compare(CZRGSSession(edited)) != 0 ? 1 : 0;
+      showsNext = false;
+      ASSERT_EQ(Ask(calendar, period, dt), Ask(CZRGSSession(asked), period, dt))
+          << "round " << round << ", look-up " << i << ", period " << period;
+    }
+  }
+  EXPECT_GT(shown, 20);
+}
+
 TEST(SessionAnswerSpan, EveryMomentOfItHasTheSameAnswer) {
   Numbers numbers(17);
   int found = 0;
