@@ -625,6 +625,17 @@ TEST(RelativeDateTime, MovesByTheDifferenceEitherWay) {
   EXPECT_EQ(out, Day(1, 12, 0));
 }
 
+// Seconds beyond a day are moved as they are, and carried where they still lie beyond it.
+TEST(RelativeDateTime, MovesATimeThatNoDayHas) {
+  const CZRDate monday = Day(1, 0, 0).GetDate();
+  const CZRDateTime odd(monday, CZRTime(86407U));
+  CZRDateTime out;
+  EXPECT_EQ(CZRGSSession::GetRelativeDT(10, 0, odd, out), CZRGSSession::ReturnOK);
+  EXPECT_EQ(out, CZRDateTime(monday, CZRTime(86397U)));
+  EXPECT_EQ(CZRGSSession::GetRelativeDT(0, 10, odd, out), CZRGSSession::ReturnOK);
+  EXPECT_EQ(out, Day(2, 0, 0, 17));
+}
+
 // ---- Edits after a lookup ---------------------------------------------------------------------
 
 // Looks up at each of the statuses in turn, on the same object.
