@@ -177,6 +177,20 @@ TEST(QueryChart, AFieldListIsTriedWhereAChartBrokeOffOnPurpose) {
   });
 }
 
+// The snapshot lists of both charts share ten places.
+TEST(QueryChart, ASecondChartAddsToTheSnapshotListUntilItIsFull) {
+  const auto query = [](int first, const std::string& second) {
+    return "REQUEST CHART(TICKCHART,5,201," + pxd::test::Numbers(first) + " 7,CHART(CCACHART,487" +
+           second + ") FROM NEWS";
+  };
+  const std::string printed = "type 1; chart; kind 6; quantity 0 unit 5; field 487; snapshot ";
+  ExpectAccepted({
+      {query(9, ",11"), printed + pxd::test::Numbers(9) + ",11; what 7"},
+      {query(10, ""), printed + pxd::test::Numbers(10) + "; what 7"},
+  });
+  ExpectNoSentence({query(9, ",11,12"), query(10, ",11"), query(10, ",")});
+}
+
 TEST(QueryChart, AnUnknownAnalysisFailsBeforeTheTokenBehindItOnPurpose) {
   ExpectRefusedButFilled(
       {{R"(REQUEST CHART(ANALYSIS,5,MINUTE,599 7 FROM NEWS WHERE 1="" AND END 3)",
