@@ -10,7 +10,7 @@ int CZRGSClientQuery::GetQueryInfo(const char* text, QUERY_INFO& out) {
   if (text == nullptr) {
     return 0;
   }
-  pxd::detail::ParsedQuery query = {};
+  pxd::detail::ParsedQuery query;
   if (!pxd::detail::ParseQuery(text, query)) {
     return 0;
   }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include <pxdutil/query/detail/query_failure.h>
+#include <pxdutil/query/detail/query_lexer.h>
 #include <pxdutil/query/detail/query_parser.h>
 #include <pxdutil/query/detail/query_refusal.h>
 
@@ -17,6 +18,7 @@ using detail::QueryExpected;
 using detail::QueryFailure;
 using detail::QueryFailureObserver;
 using detail::QueryThing;
+using detail::QueryToken;
 using detail::TOKEN_TYPE;
 
 constexpr std::string_view kEndOfText = "end of text";
@@ -184,26 +186,32 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
   return message;
 }
 
-// `place` is a token of the text, or empty at text that is none or at the end.
-[[nodiscard]] std::string_view FoundAt(std::string_view text, std::string_view place,
-                                       std::size_t position) {
-  if (!place.empty()) {
-    return place;
+// The token at a place of the text.
+[[nodiscard]] QueryToken TokenIn(std::string_view text, const char* place) {
+  return detail::TokenAt(place, text.data() + text.size());
+}
+
+// What stands at a place, which may be the end or text that is no token.
+[[nodiscard]] std::string_view FoundAt(std::string_view text, const char* place) {
+  const QueryToken token = TokenIn(text, place);
+  if (!token.text.empty()) {
+    return token.text;
   }
-  if (position == text.size()) {
+  if (token.type == TOKEN_TYPE::EndOfText) {
     return kEndOfText;
   }
-  const std::string_view rest = text.substr(position, kMostUnknownText);
+  const std::string_view rest =
+      text.substr(static_cast<std::size_t>(place - text.data()), kMostUnknownText);
   return rest.substr(0, rest.find(' '));
 }
 
 [[nodiscard]] QueryExplanation Refusal(std::string_view text, QueryStage stage,
-                                       const QueryFailure& failure, std::string_view chart) {
+                                       const QueryFailure& failure, const char* chart) {
   QueryExplanation why;
   why.stage = stage;
   why.rule = failure.rule;
-  why.position = static_cast<std::size_t>(failure.place.data() - text.data());
-  why.found = FoundAt(text, failure.place, why.position);
+  why.position = static_cast<std::size_t>(failure.place - text.data());
+  why.found = FoundAt(text, failure.place);
   for (const QueryExpected& expected : failure.expected) {
     AddNames(expected, why.expected);
   }
@@ -211,7 +219,8 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
   const bool isText = why.position != text.size();
   const std::string place =
       " at offset " + std::to_string(why.position) + ", found " + ShownInQuotes(why.found, isText);
-  why.message = RuleMessage(why.rule, chart);
+  why.message =
+      RuleMessage(why.rule, chart != nullptr ? TokenIn(text, chart).text : std::string_view());
   if (!why.message.empty() && !why.expected.empty()) {
     why.message += ": ";
   }
@@ -232,20 +241,19 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
                                             const QueryFailureObserver& observer) {
   QueryFailure failure = observer.Failure();
   QueryStage stage = QueryStage::Grammar;
-  if (failure.place.data() == nullptr) {
-    failure.place = lexer.Text();
-    if (lexer.Token() == TOKEN_TYPE::Unknown) {
+  if (failure.place == nullptr) {
+    failure.place = lexer.Place();
+    if (lexer.Token().type == TOKEN_TYPE::Unknown) {
       stage = QueryStage::Lexical;
-      failure.rule =
-          lexer.Text().data()[0] == '"' ? QueryRule::UnfinishedString : QueryRule::UnknownText;
+      failure.rule = *failure.place == '"' ? QueryRule::UnfinishedString : QueryRule::UnknownText;
     }
   }
   return Refusal(text, stage, failure, observer.Chart());
 }
 
 // What the class refused stands at the field that it names, or else at its source.
-[[nodiscard]] std::string_view PlaceOf(const detail::QueryRefusal& refusal,
-                                       const QueryFailureObserver& observer) {
+[[nodiscard]] const char* PlaceOf(const detail::QueryRefusal& refusal,
+                                  const QueryFailureObserver& observer) {
   if (refusal.condition >= 0) {
     return observer.ConditionField(static_cast<std::size_t>(refusal.condition));
   }
@@ -284,11 +292,11 @@ void AddNames(const QueryExpected& expected, std::vector<std::string>& names) {
 
 }  // namespace
 
-QueryExplanation ExplainQuery(std::string_view text) {
-  text = text.substr(0, text.find('\0'));
-  ParsedQuery query = {};
+QueryExplanation ExplainQuery(std::string_view given) {
+  const std::string text(given.substr(0, given.find('\0')));  // the parser wants its NUL
+  ParsedQuery query;
   QueryFailureObserver observer;
-  detail::QueryParser<QueryFailureObserver> parser(text, query, observer);
+  detail::QueryParser<QueryFailureObserver> parser(text.c_str(), query, observer);
   if (!parser.Parse()) {
     return ParseRefusal(text, parser.Lexer(), observer);
   }

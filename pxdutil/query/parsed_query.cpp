@@ -7,7 +7,11 @@
 
 namespace pxd::detail {
 
-bool ParseQuery(std::string_view text, ParsedQuery& query) {
+// All of the descent in one function keeps the place in the text in a register.
+#if defined(__GNUC__)
+[[gnu::flatten]]
+#endif
+bool ParseQuery(const char* text, ParsedQuery& query) {
   NoQueryObserver nobody;
   return QueryParser<NoQueryObserver>(text, query, nobody).Parse();
 }
@@ -67,18 +71,11 @@ QueryRule CheckChart(ParsedQuery& query) {
 
 namespace {
 
-void ExpandConditions(const ParsedList<ParsedCondition, kMostConditions>& conditions,
-                      QUERY_INFO& out) {
-  out.dwConditionCount = conditions.count;
-  // One more than count: field and operator of a condition that broke off stay in the record.
-  const std::size_t used = std::min<std::size_t>(conditions.count + 1, kMostConditions);
-  for (std::size_t i = 0; i < used; ++i) {
-    const ParsedCondition& from = conditions.items[i];
-    QUERY_CONDITION& to = out.conditions[i];
-    to.wFieldID = from.field;
-    to.dwOperator = from.op;
-    std::copy(from.value.begin(), from.value.end(), static_cast<char*>(to.szValue));
-  }
+// Any list goes into the front of its array, by memory: no reference to its packed items may be
+// formed.
+template <class T, std::size_t kMost>
+void ExpandList(const ParsedList<T, kMost>& list, void* out) {
+  std::memcpy(out, list.items.data(), list.count * sizeof(T));
 }
 
 }  // namespace
@@ -96,14 +93,21 @@ void Expand(const ParsedQuery& query, QUERY_INFO& out) {
   out.dwAnalysisParam1 = query.analysisParam1;
   out.dwAnalysisParam2 = query.analysisParam2;
   out.wAnalysisType = query.analysisType;
-  std::memcpy(out.wSnapShotFields, query.snapshot.items.data(), sizeof out.wSnapShotFields);
+  ExpandList(query.snapshot, out.wSnapShotFields);
   out.dwSnapShotCount = query.snapshot.count;
   out.dwGroupByID = query.groupByID;
-  std::memcpy(out.dwGroupByList, query.groupNumbers.data(), sizeof out.dwGroupByList);
+  ExpandList(query.groupNumbers, out.dwGroupByList);
   out.wGroupBySize = query.groupSize;
-  std::memcpy(out.wWhatFields, query.what.items.data(), sizeof out.wWhatFields);
+  ExpandList(query.what, out.wWhatFields);
   out.dwWhatCount = query.what.count;
-  ExpandConditions(query.conditions, out);
+  for (std::uint32_t i = 0; i < query.conditions.count; ++i) {
+    const ParsedCondition& from = query.conditions.items[i];
+    QUERY_CONDITION& to = out.conditions[i];
+    to.wFieldID = from.field;
+    to.dwOperator = from.op;
+    std::copy(from.value.begin(), from.value.end(), static_cast<char*>(to.szValue));
+  }
+  out.dwConditionCount = query.wholeConditions;
 }
 
 }  // namespace pxd::detail

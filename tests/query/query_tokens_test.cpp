@@ -1,6 +1,8 @@
 // The words of the language, one by one.
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -83,26 +85,27 @@ constexpr Word kWords[] = {
 };
 
 // The numbers of a text's tokens, up to the end (30) or to text that is none (-2).
-std::vector<int> Tokens(std::string_view text) {
-  QueryLexer lexer(text);
+std::vector<int> Tokens(const std::string& text) {
+  QueryLexer lexer(text.c_str());
   std::vector<int> tokens;
-  do {
-    lexer.Advance();
-    tokens.push_back(static_cast<int>(lexer.Token()));
-  } while (!lexer.AtStop());
-  return tokens;
+  for (;;) {
+    const pxd::detail::QueryToken token = lexer.Token();
+    tokens.push_back(static_cast<int>(token.type));
+    if (token.text.empty()) {
+      return tokens;
+    }
+    lexer.Skip(token.text.size());
+  }
 }
 
-std::string FirstText(std::string_view text) {
-  QueryLexer lexer(text);
-  lexer.Advance();
-  return std::string(lexer.Text());
+std::string FirstText(const std::string& text) {
+  return std::string(QueryLexer(text.c_str()).Token().text);
 }
 
 TEST(QueryTokens, EachWordHasItsNumberAndItsPlaceInTheTable) {
   ASSERT_EQ(std::size(kWords), kTokenTable.size());
   for (const Word& word : kWords) {
-    EXPECT_EQ(Tokens(word.text), (std::vector<int>{word.token, 30})) << word.text;
+    EXPECT_EQ(Tokens(std::string(word.text)), (std::vector<int>{word.token, 30})) << word.text;
     const pxd::detail::TokenRow& row = kTokenTable[word.position - 1];
     EXPECT_EQ(row.text, word.text);
     EXPECT_EQ(static_cast<int>(row.token), word.token) << word.text;
@@ -144,7 +147,7 @@ TEST(QueryTokens, WordsAreCaseSensitive) {
 TEST(QueryTokens, AWordCutShortByTheEndIsNone) {
   for (const Word& word : kWords) {
     if (word.text.size() > 8) {
-      EXPECT_EQ(Tokens(word.text.substr(0, word.text.size() - 1)).back(), -2) << word.text;
+      EXPECT_EQ(Tokens(std::string(word.text, 0, word.text.size() - 1)).back(), -2) << word.text;
     }
   }
 }
@@ -191,10 +194,9 @@ TEST(QueryTokens, AStringWithoutItsClosingQuoteIsNoToken) {
   EXPECT_EQ(Tokens("\"ABC"), (std::vector<int>{-2}));
   EXPECT_EQ(Tokens("\""), (std::vector<int>{-2}));
   QueryLexer lexer("7 \"ABC");
-  lexer.Advance();
-  lexer.Advance();
-  EXPECT_EQ(lexer.Token(), TOKEN_TYPE::Unknown);
-  EXPECT_STREQ(lexer.Text().data(), "\"ABC");  // it stays at the quote
+  lexer.Skip(1);
+  EXPECT_EQ(lexer.Token().type, TOKEN_TYPE::Unknown);
+  EXPECT_STREQ(lexer.Place(), "\"ABC");  // it stays at the quote
 }
 
 TEST(QueryTokens, EveryOtherByteBeginsNoToken) {
@@ -211,13 +213,56 @@ TEST(QueryTokens, EveryOtherByteBeginsNoToken) {
 
 TEST(QueryTokens, TheEndIsReadAgainAndAgain) {
   QueryLexer lexer("FROM ");
-  lexer.Advance();
+  lexer.Skip(4);
   for (int i = 0; i < 3; ++i) {
-    lexer.Advance();
-    EXPECT_EQ(lexer.Token(), TOKEN_TYPE::EndOfText);
+    EXPECT_TRUE(lexer.AtEnd());
+    EXPECT_EQ(lexer.Token().type, TOKEN_TYPE::EndOfText);
+    lexer.Skip(0);
   }
   EXPECT_EQ(Tokens(""), (std::vector<int>{30}));
   EXPECT_EQ(Tokens("   "), (std::vector<int>{30}));
+}
+
+template <std::size_t... kRow>
+std::vector<TOKEN_TYPE> FittingWords(const QueryLexer& lexer, std::index_sequence<kRow...>) {
+  std::vector<TOKEN_TYPE> fitting;
+  ((lexer.Is<kTokenTable[kRow].token>() ? fitting.push_back(kTokenTable[kRow].token) : void()),
+   ...);
+  return fitting;
+}
+
+// The parser asks for single tokens, and the table says which one there is.
+TEST(QueryTokens, AskedForEachOneByOneTheOneThatStandsThereSaysYes) {
+  std::vector<std::string> texts = {"", "7", "12e3,", "1234567", "\"\"", "\"A\"=", "\"open", "?"};
+  for (const Word& word : kWords) {
+    const std::string text(word.text);
+    texts.insert(texts.end(), {text, text + "X", text + "FROM", text.substr(0, text.size() - 1)});
+  }
+  for (const std::string& text : texts) {
+    const QueryLexer lexer(text.c_str());
+    const pxd::detail::QueryToken token = lexer.Token();
+    std::vector<TOKEN_TYPE> fitting =
+        FittingWords(lexer, std::make_index_sequence<kTokenTable.size()>());
+    fitting.erase(std::unique(fitting.begin(), fitting.end()), fitting.end());  // "<>" and "!="
+    const bool isNumber = token.type == TOKEN_TYPE::Number;
+    const bool isString = token.type == TOKEN_TYPE::String;
+    const bool isWord = !token.text.empty() && !isNumber && !isString;
+    EXPECT_EQ(fitting, isWord ? std::vector<TOKEN_TYPE>{token.type} : std::vector<TOKEN_TYPE>{})
+        << text;
+    EXPECT_EQ(lexer.Number().text, isNumber ? token.text : "") << text;
+    EXPECT_EQ(lexer.String(), isString ? token.text : "") << text;
+    EXPECT_EQ(lexer.AtEnd(), token.type == TOKEN_TYPE::EndOfText) << text;
+  }
+}
+
+TEST(QueryTokens, AStringOfAnyLengthRunsToItsQuote) {
+  for (const std::size_t length : {0U, 1U, 14U, 15U, 16U, 17U, 31U, 32U, 33U, 4095U, 5000U}) {
+    const std::string open = '"' + std::string(length, 'x');
+    EXPECT_EQ(QueryLexer(open.c_str()).String(), "") << length;
+    const std::string text = open + '"';
+    EXPECT_EQ(QueryLexer((text + "\"y").c_str()).String().size(), text.size()) << length;
+    EXPECT_EQ(FirstText(text + "\"y"), text) << length;
+  }
 }
 
 }  // namespace

@@ -25,12 +25,11 @@ inline constexpr std::size_t kMostConditions = std::extent_v<decltype(QUERY_INFO
 inline constexpr std::size_t kMostGroupNumbers = std::extent_v<decltype(QUERY_INFO::dwGroupByList)>;
 inline constexpr std::size_t kLongestValue = sizeof(QUERY_CONDITION::szValue) - 1;
 
-// A list and how many of its places count. The place behind them may hold what was read and then
-// not counted; it shows in QUERY_INFO too.
+// A list and how many of its places were filled. Nobody reads the others, so nobody clears them.
 template <class T, std::size_t Most>
 struct ParsedList {
+  std::uint32_t count = 0;
   std::array<T, Most> items;
-  std::uint32_t count;
 };
 
 struct ParsedCondition {
@@ -39,31 +38,33 @@ struct ParsedCondition {
   std::uint16_t field;
 };
 
-// Starts as zeros: ParsedQuery query = {};
+// What the text doesn't give is 0, and lists begin empty: ParsedQuery query;
 struct ParsedQuery {
-  QUERY_TYPE type;
-  std::uint32_t transactionID;
-  std::uint8_t verb;
-  bool hasChart;
-  QUERY_CHART_KIND chartKind;
-  std::uint16_t primaryField;
-  QUERY_CHART_SIZE chartSize;
-  float analysisValue;
-  std::int32_t analysisParam1;
-  std::int32_t analysisParam2;
-  std::uint16_t analysisType;
+  QUERY_TYPE type = QUERY_TYPE_NONE;
+  std::uint32_t transactionID = 0;
+  std::uint8_t verb = QUERY_VERB_REQUEST;
+  bool hasChart = false;
+  QUERY_CHART_KIND chartKind = QUERY_CHART_NONE;
+  std::uint16_t primaryField = 0;
+  QUERY_CHART_SIZE chartSize = {};
+  float analysisValue = 0;
+  std::int32_t analysisParam1 = 0;
+  std::int32_t analysisParam2 = 0;
+  std::uint16_t analysisType = 0;
+  std::uint32_t groupByID = 0;
+  // The numbers of the group stay in the record as they are read, and count once all of them were.
+  std::int16_t groupSize = 0;
+  // So do field and operator of a condition that broke off: it is the last one, and doesn't count.
+  std::uint32_t wholeConditions = 0;
   ParsedList<std::uint16_t, kMostSnapshotFields> snapshot;
-  std::uint32_t groupByID;
-  // A group counts once it was read whole.
-  std::array<std::uint32_t, kMostGroupNumbers> groupNumbers;
-  std::int16_t groupSize;
   ParsedList<std::uint16_t, kMostWhatFields> what;
   ParsedList<ParsedCondition, kMostConditions> conditions;
+  ParsedList<std::uint32_t, kMostGroupNumbers> groupNumbers;
 };
 
-// Parses a text without a NUL in it into `query`, which is all zeros. Returns whether it is a
-// sentence; where it isn't, `query` is left half filled. The values point into the text.
-[[nodiscard]] bool ParseQuery(std::string_view text, ParsedQuery& query);
+// Parses a text into `query`, which is new. Returns whether it is a sentence; where it isn't,
+// `query` is left half filled. The values point into the text.
+[[nodiscard]] bool ParseQuery(const char* text, ParsedQuery& query);
 
 // The last check: whether the chart, if there is one, can be built. Gives the rule that it breaks,
 // or None. It also gives a price chart its unit, which its text doesn't name.

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -21,8 +20,8 @@ using QueryExpected = std::variant<TOKEN_TYPE, QueryThing>;
 struct QueryFailure {
   // Unexpected while no rule of its own was broken.
   QueryRule rule = QueryRule::Unexpected;
-  // The token; its `data` is null where it is the parser's current one.
-  std::string_view place;
+  // Where the token begins; null where it is the parser's current one.
+  const char* place = nullptr;
   // In the order in which it was looked for.
   std::vector<QueryExpected> expected;
 };
@@ -33,11 +32,11 @@ class QueryFailureObserver {
  public:
   void Looked(TOKEN_TYPE token) { Add(token); }
   void Looked(QueryThing thing) { Add(thing); }
-  void Took(QueryThing thing, std::string_view place) { m_taken[Index(thing)] = place; }
-  void TookSource(std::string_view place) { m_source = place; }
-  void TookWhatField(std::string_view place) { m_whatFields.push_back(place); }
-  void TookConditionField(std::string_view place) { m_conditionFields.push_back(place); }
-  void ChartBegan(std::string_view place) {
+  void Took(QueryThing thing, const char* place) { m_taken[Index(thing)] = place; }
+  void TookSource(const char* place) { m_source = place; }
+  void TookWhatField(const char* place) { m_whatFields.push_back(place); }
+  void TookConditionField(const char* place) { m_conditionFields.push_back(place); }
+  void ChartBegan(const char* place) {
     m_chart = place;
     m_taken = {};
   }
@@ -45,7 +44,7 @@ class QueryFailureObserver {
     m_failure = {};
     m_settled = false;
   }
-  void Refused(QueryRule rule, std::string_view place) {
+  void Refused(QueryRule rule, const char* place) {
     if (m_settled) {
       return;
     }
@@ -57,12 +56,12 @@ class QueryFailureObserver {
     m_settled = true;
   }
   void Abandoned() { m_settled = true; }
-  void ChartBroke(std::string_view place) {
-    if (m_brokenChart.place.data() == nullptr) {
+  void ChartBroke(const char* place) {
+    if (m_brokenChart.place == nullptr) {
       m_brokenChart = PlacedFailure(place);
     }
   }
-  void WhatMissed(std::string_view place) {
+  void WhatMissed(const char* place) {
     m_what = PlacedFailure(place);
     if (!m_settled) {
       m_what.rule = QueryRule::WhatMissing;
@@ -80,25 +79,25 @@ class QueryFailureObserver {
 
   [[nodiscard]] const QueryFailure& Failure() const { return m_failure; }
   // Where the thing was read; the chart's word where the chart broke off ahead of it.
-  [[nodiscard]] std::string_view PlaceOf(QueryThing thing) const {
-    const std::string_view taken = m_taken[Index(thing)];
-    return taken.data() != nullptr ? taken : m_chart;
+  [[nodiscard]] const char* PlaceOf(QueryThing thing) const {
+    const char* const taken = m_taken[Index(thing)];
+    return taken != nullptr ? taken : m_chart;
   }
-  // The word of the chart.
-  [[nodiscard]] std::string_view Chart() const { return m_chart; }
+  // The word of the chart; null where none began.
+  [[nodiscard]] const char* Chart() const { return m_chart; }
   // The word of the source, the id of a WHAT field, and that of a condition, in a text that parsed.
-  [[nodiscard]] std::string_view Source() const { return m_source; }
-  [[nodiscard]] std::string_view WhatField(std::size_t index) const { return m_whatFields[index]; }
-  [[nodiscard]] std::string_view ConditionField(std::size_t index) const {
+  [[nodiscard]] const char* Source() const { return m_source; }
+  [[nodiscard]] const char* WhatField(std::size_t index) const { return m_whatFields[index]; }
+  [[nodiscard]] const char* ConditionField(std::size_t index) const {
     return m_conditionFields[index];
   }
 
  private:
   static std::size_t Index(QueryThing thing) { return static_cast<std::size_t>(thing); }
 
-  [[nodiscard]] QueryFailure PlacedFailure(std::string_view place) const {
+  [[nodiscard]] QueryFailure PlacedFailure(const char* place) const {
     QueryFailure failure = m_failure;
-    if (failure.place.data() == nullptr) {
+    if (failure.place == nullptr) {
       failure.place = place;
     }
     return failure;
@@ -107,7 +106,7 @@ class QueryFailureObserver {
   // What is left of a chart may pass for a list of fields, up to where it doesn't. The writer meant
   // a chart.
   void PreferBrokenChart(QueryFailure& failure) const {
-    if (m_brokenChart.place.data() != nullptr) {
+    if (m_brokenChart.place != nullptr) {
       failure = m_brokenChart;
     }
   }
@@ -124,11 +123,11 @@ class QueryFailureObserver {
   bool m_settled = false;
   QueryFailure m_brokenChart;
   QueryFailure m_what;
-  std::string_view m_chart;
-  std::string_view m_source;
-  std::vector<std::string_view> m_whatFields;
-  std::vector<std::string_view> m_conditionFields;
-  std::array<std::string_view, kQueryThings> m_taken = {};
+  const char* m_chart = nullptr;
+  const char* m_source = nullptr;
+  std::vector<const char*> m_whatFields;
+  std::vector<const char*> m_conditionFields;
+  std::array<const char*, kQueryThings> m_taken = {};
 };
 
 }  // namespace pxd::detail

@@ -1,4 +1,8 @@
-// The lexer of the query language: takes a text apart into tokens, one at a time.
+// The lexer of the query language: which token begins at a place of the text.
+//
+// At each place the grammar allows a few tokens only, so the parser asks for those and reads
+// nothing ahead: a word costs one comparison with a constant. TokenAt tells what stands at a place,
+// whatever it is. Both go by the one table of words and signs.
 #ifndef PXDUTIL_QUERY_DETAIL_QUERY_LEXER_H
 #define PXDUTIL_QUERY_DETAIL_QUERY_LEXER_H
 
@@ -12,131 +16,123 @@
 
 namespace pxd::detail {
 
-// The rows of the search table by their first character, each group in the table's order, so that a
-// look-up meets the very rows that a walk over the whole table could hit, in the same order.
-struct TokenRowsByFirst {
-  std::array<std::uint8_t, kTokenTable.size()> rows = {};
-  std::array<std::uint8_t, 257> begins = {};  // of the group of a character; the next one ends it
+struct QueryToken {
+  TOKEN_TYPE type;
+  // Those of a string with its quotes; empty, but in its place, at the end of the text and for text
+  // that begins no token.
+  std::string_view text;
 };
 
-[[nodiscard]] constexpr TokenRowsByFirst GroupTokenRows() {
-  TokenRowsByFirst groups;
-  std::size_t filled = 0;
-  for (std::size_t first = 0; first < 256; ++first) {
-    groups.begins[first] = static_cast<std::uint8_t>(filled);
-    for (std::size_t row = 0; row < kTokenTable.size(); ++row) {
-      if (static_cast<unsigned char>(kTokenTable[row].text[0]) == first) {
-        groups.rows[filled++] = static_cast<std::uint8_t>(row);
-      }
-    }
-  }
-  groups.begins[256] = static_cast<std::uint8_t>(filled);
-  return groups;
-}
+// The token that begins at `at`, which isn't a blank, of a text that ends at `end` in a NUL.
+[[nodiscard]] QueryToken TokenAt(const char* at, const char* end);
 
-inline constexpr TokenRowsByFirst kTokenRowsByFirst = GroupTokenRows();
+// A number token, which has no text where none stands.
+struct QueryNumber {
+  std::string_view text;
+  // The low 32 bits of the number that its first digits are, however many those be.
+  std::uint32_t digits = 0;
+};
+
+[[nodiscard]] constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // What goes on with a number once a digit has begun one, in any order.
 [[nodiscard]] constexpr bool IsInNumber(char c) {
-  return (c >= '0' && c <= '9') || c == '.' || c == '+' || c == '-' || c == 'e' || c == 'E';
+  return IsDigit(c) || c == '.' || c == '+' || c == '-' || c == 'e' || c == 'E';
 }
 
+// A place in a text that moves from token to token. It stays at text that begins no token: nothing
+// fits there, so a text that can't be read to its end can't be parsed.
 class QueryLexer {
  public:
-  // The text has no NUL in it and must outlive the lexer.
-  explicit QueryLexer(std::string_view text)
-      : m_current(text.data()), m_end(text.data() + text.size()), m_text(text.data(), 0) {}
-
-  // Reads the next token. At the end of the text, and at text that begins no token, it stays: a
-  // text that can't be read to its end can't be parsed, so nothing needs to ask whether a step
-  // went well.
-  void Advance() {
-    if (AtStop()) {
-      return;
-    }
-    while (m_current != m_end && *m_current == ' ') {
-      ++m_current;
-    }
-    if (m_current == m_end) {
-      Take(TOKEN_TYPE::EndOfText, 0);
-      return;
-    }
-    const char first = *m_current;
-    if (first >= '0' && first <= '9') {
-      TakeNumber();
-    } else if (first == '"') {
-      TakeString();
-    } else {
-      TakeRow(static_cast<unsigned char>(first));
-    }
+  // The text must outlive the lexer. Its NUL ends whatever is looked at one character at a time.
+  explicit QueryLexer(const char* text) : m_place(text), m_end(text + std::strlen(text)) {
+    Skip(0);
   }
 
-  [[nodiscard]] TOKEN_TYPE Token() const { return m_token; }
-  // Whether Advance leads nowhere any more.
-  [[nodiscard]] bool AtStop() const {
-    return m_token == TOKEN_TYPE::EndOfText || m_token == TOKEN_TYPE::Unknown;
-  }
-  // The token's characters, those of a string with its quotes; empty, but in its place, for what is
-  // no token and at the end.
-  [[nodiscard]] std::string_view Text() const { return m_text; }
+  // Where the current token begins.
+  [[nodiscard]] const char* Place() const { return m_place; }
+  [[nodiscard]] bool AtEnd() const { return m_place == m_end; }
+  [[nodiscard]] QueryToken Token() const { return TokenAt(m_place, m_end); }
 
- private:
-  void Take(TOKEN_TYPE token, std::size_t length) {
-    m_token = token;
-    m_text = {m_current, length};
-    m_current += length;
+  // Whether the word or sign is the current token.
+  template <TOKEN_TYPE kToken>
+  [[nodiscard]] bool Is() const {
+    constexpr TokenRows kRows = RowsOf(kToken);
+    static_assert(kRows.count == 1 || kRows.count == 2, "numbers, strings and ends have no words");
+    return Fits<kRows.first>() || (kRows.count == 2 && Fits<kRows.first + kRows.count - 1>());
   }
 
-  void TakeNumber() {
-    const char* behind = m_current + 1;
-    while (behind != m_end && IsInNumber(*behind)) {
-      ++behind;
+  [[nodiscard]] QueryNumber Number() const {
+    QueryNumber number;
+    const char* at = m_place;
+    for (; IsDigit(*at); ++at) {
+      number.digits = number.digits * 10 + static_cast<std::uint32_t>(*at - '0');
     }
-    Take(TOKEN_TYPE::Number, static_cast<std::size_t>(behind - m_current));
-  }
-
-  void TakeString() {
-    const char* const content = m_current + 1;
-    const void* const quote = std::memchr(content, '"', static_cast<std::size_t>(m_end - content));
-    if (quote == nullptr) {
-      Take(TOKEN_TYPE::Unknown, 0);
-      return;
-    }
-    Take(TOKEN_TYPE::String,
-         static_cast<std::size_t>(static_cast<const char*>(quote) - m_current) + 1);
-  }
-
-  void TakeRow(unsigned char first) {
-    const std::string_view rest(m_current, static_cast<std::size_t>(m_end - m_current));
-    for (std::size_t i = kTokenRowsByFirst.begins[first]; i < kTokenRowsByFirst.begins[first + 1U];
-         ++i) {
-      const TokenRow& row = kTokenTable[kTokenRowsByFirst.rows[i]];
-      if (Begins(rest, row.text)) {
-        Take(row.token, row.text.size());
-        return;
+    if (at != m_place) {
+      while (IsInNumber(*at)) {
+        ++at;
       }
     }
-    Take(TOKEN_TYPE::Unknown, 0);
+    number.text = Until(at);
+    return number;
   }
 
-  // Most rows are told apart by their second or third character, where a loop is quicker than a
-  // call.
-  [[nodiscard]] static bool Begins(std::string_view text, std::string_view row) {
-    if (text.size() < row.size()) {
+  // The string with its quotes, or nothing.
+  [[nodiscard]] std::string_view String() const {
+    if (*m_place != '"') {
+      return {};
+    }
+    const char* at = m_place + 1;
+    // Most values are shorter than it takes to call the search that is quicker for long ones.
+    constexpr int kShort = 16;
+    for (int i = 0; i < kShort; ++i, ++at) {
+      if (*at == '"') {
+        return Until(at + 1);
+      }
+      if (*at == '\0') {
+        return {};
+      }
+    }
+    const void* const quote = std::memchr(at, '"', static_cast<std::size_t>(m_end - at));
+    return quote != nullptr ? Until(static_cast<const char*>(quote) + 1) : std::string_view();
+  }
+
+  // Leaves the current token of so many characters behind, and the blanks behind it.
+  void Skip(std::size_t length) {
+    m_place += length;
+    while (*m_place == ' ') {
+      ++m_place;
+    }
+  }
+
+ private:
+  template <std::size_t kRow>
+  [[nodiscard]] bool Fits() const {
+    constexpr std::string_view kText = kTokenTable[kRow].text;
+    if (*m_place != kText.front()) {
       return false;
     }
-    for (std::size_t i = 1; i < row.size(); ++i) {
-      if (text[i] != row[i]) {
+    if constexpr (kText.size() > 1) {
+      if (static_cast<std::size_t>(m_end - m_place) < kText.size() ||
+          std::memcmp(m_place, kText.data(), kText.size()) != 0) {
         return false;
       }
     }
-    return true;
+    if constexpr (BeginsRowAhead(kRow)) {
+      return Token().type == kTokenTable[kRow].token;
+    } else {
+      return true;
+    }
   }
 
-  const char* m_current;
+  [[nodiscard]] std::string_view Until(const char* end) const {
+    return {m_place, static_cast<std::size_t>(end - m_place)};
+  }
+
+  const char* m_place;
   const char* m_end;
-  TOKEN_TYPE m_token = TOKEN_TYPE::None;
-  std::string_view m_text;
 };
 
 }  // namespace pxd::detail

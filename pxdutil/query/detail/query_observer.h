@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include <pxdutil/query/detail/query_tokens.h>
 #include <pxdutil/query/query_rule.h>
@@ -28,31 +27,31 @@ enum class QueryThing : std::uint8_t {
 };
 inline constexpr std::size_t kQueryThings = 12;
 
-// Sees nothing, and compiles to nothing.
+// Sees nothing, and compiles to nothing. A place is where a token begins.
 struct NoQueryObserver {
   // The current token was asked for this one, or for this thing, and is another.
   static void Looked(TOKEN_TYPE) {}
   static void Looked(QueryThing) {}
   // The current token was taken for this.
-  static void Took(QueryThing, std::string_view) {}
+  static void Took(QueryThing, const char*) {}
   // The current token was taken as the source, as the next id of the WHAT list, and as the id of
   // the next condition.
-  static void TookSource(std::string_view) {}
-  static void TookWhatField(std::string_view) {}
-  static void TookConditionField(std::string_view) {}
+  static void TookSource(const char*) {}
+  static void TookWhatField(const char*) {}
+  static void TookConditionField(const char*) {}
   // The current token is the word of a chart.
-  static void ChartBegan(std::string_view) {}
+  static void ChartBegan(const char*) {}
   // The token is left behind, and another is current.
   static void Moved() {}
   // What was read at `place` breaks a rule of its own.
-  static void Refused(QueryRule, std::string_view) {}
+  static void Refused(QueryRule, const char*) {}
   // A production failed behind its first token: what else may be tried from here is not what a
   // writer would have meant.
   static void Abandoned() {}
   // A chart broke off at `place`, and what follows is tried as something else.
-  static void ChartBroke(std::string_view) {}
+  static void ChartBroke(const char*) {}
   // There is no proper WHAT list at `place`, which may turn out to be needed.
-  static void WhatMissed(std::string_view) {}
+  static void WhatMissed(const char*) {}
   static void WhatNeeded() {}
   // FROM doesn't stand where it must.
   static void FromMissed() {}

@@ -9,10 +9,11 @@
 #ifndef PXDUTIL_QUERY_DETAIL_QUERY_PARSER_H
 #define PXDUTIL_QUERY_DETAIL_QUERY_PARSER_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include <pxdutil/query/detail/parsed_query.h>
 #include <pxdutil/query/detail/query_grammar.h>
@@ -25,14 +26,11 @@ namespace pxd::detail {
 template <class Observer>
 class QueryParser {
  public:
-  QueryParser(std::string_view text, ParsedQuery& query, Observer& observer)
+  QueryParser(const char* text, ParsedQuery& query, Observer& observer)
       : m_lexer(text), m_query(query), m_observer(observer) {}
 
   // Whether the text is a sentence. An end query may begin where a start query failed.
-  [[nodiscard]] bool Parse() {
-    m_lexer.Advance();
-    return (StartQuery() || EndQuery()) && Match(TOKEN_TYPE::EndOfText);
-  }
+  [[nodiscard]] bool Parse() { return (StartQuery() || EndQuery()) && MatchEndOfText(); }
 
   [[nodiscard]] const QueryLexer& Lexer() const { return m_lexer; }
 
@@ -40,8 +38,8 @@ class QueryParser {
   // ["BEGINQUERY"] verb [WhatClause] "FROM" FromClause
   //     ["WHERE" WhereClause ["GROUP_BY" GroupByClause]]
   bool StartQuery() {
-    Take(TOKEN_TYPE::BeginQuery);
-    const VerbRow* const verb = TakeOneOf(kVerbs);
+    Take<TOKEN_TYPE::BeginQuery>();
+    const VerbRow* const verb = TakeOneOf<kVerbs>();
     if (verb == nullptr) {
       return false;
     }
@@ -53,9 +51,9 @@ class QueryParser {
     bool whatMissing = false;
     if (demand != WhatDemand::None && !WhatClause()) {
       whatMissing = demand == WhatDemand::Needed;
-      m_observer.WhatMissed(m_lexer.Text());
+      m_observer.WhatMissed(m_lexer.Place());
     }
-    if (!Take(TOKEN_TYPE::From)) {
+    if (!Take<TOKEN_TYPE::From>()) {
       m_observer.FromMissed();
       return false;
     }
@@ -66,15 +64,15 @@ class QueryParser {
       m_observer.WhatNeeded();
       return false;
     }
-    if (!Take(TOKEN_TYPE::Where)) {
+    if (!Take<TOKEN_TYPE::Where>()) {
       return true;
     }
-    return WhereClause() && (!Take(TOKEN_TYPE::GroupBy) || GroupByClause());
+    return WhereClause() && (!Take<TOKEN_TYPE::GroupBy>() || GroupByClause());
   }
 
   // ("END" or "ENDQUERY") TransactionID
   bool EndQuery() {
-    if (!Take(TOKEN_TYPE::End) && !Take(TOKEN_TYPE::EndQuery)) {
+    if (!Take<TOKEN_TYPE::End>() && !Take<TOKEN_TYPE::EndQuery>()) {
       return false;
     }
     if (!Integer(QueryThing::TransactionID, m_query.transactionID)) {
@@ -100,21 +98,21 @@ class QueryParser {
   bool FieldIDList(ParsedList<std::uint16_t, Most>& list, QueryRule tooMany,
                    bool* chartFollows = nullptr) {
     if (list.count == Most) {
-      return Refuse(tooMany, m_lexer.Text());
+      return Refuse(tooMany, m_lexer.Place());
     }
-    for (std::string_view place = m_lexer.Text();
-         Integer(QueryThing::FieldID, list.items[list.count]); place = m_lexer.Text()) {
+    for (const char* place = m_lexer.Place(); Integer(QueryThing::FieldID, list.items[list.count]);
+         place = m_lexer.Place()) {
       ++list.count;
       if (chartFollows != nullptr) {
         m_observer.TookWhatField(place);
       }
-      if (!Take(TOKEN_TYPE::Comma)) {
+      if (!Take<TOKEN_TYPE::Comma>()) {
         return true;
       }
       if (list.count == Most) {
-        return Refuse(tooMany, m_lexer.Text());
+        return Refuse(tooMany, m_lexer.Place());
       }
-      if (chartFollows != nullptr && Match(TOKEN_TYPE::Chart)) {
+      if (chartFollows != nullptr && Match<TOKEN_TYPE::Chart>()) {
         *chartFollows = true;
         return true;
       }
@@ -123,8 +121,8 @@ class QueryParser {
   }
 
   bool FromClause() {
-    const std::string_view place = m_lexer.Text();
-    const SourceRow* const source = TakeOneOf(kSources);
+    const char* const place = m_lexer.Place();
+    const SourceRow* const source = TakeOneOf<kSources>();
     if (source == nullptr) {
       return false;
     }
@@ -139,7 +137,7 @@ class QueryParser {
       if (!Condition()) {
         return false;
       }
-    } while (Take(TOKEN_TYPE::And));
+    } while (Take<TOKEN_TYPE::And>());
     return true;
   }
 
@@ -147,36 +145,39 @@ class QueryParser {
   bool Condition() {
     ParsedList<ParsedCondition, kMostConditions>& conditions = m_query.conditions;
     if (conditions.count == kMostConditions) {
-      return Refuse(QueryRule::TooManyConditions, m_lexer.Text());
+      return Refuse(QueryRule::TooManyConditions, m_lexer.Place());
     }
-    ParsedCondition& condition = conditions.items[conditions.count];
-    const std::string_view place = m_lexer.Text();
-    if (!Integer(QueryThing::FieldID, condition.field)) {
+    const char* const place = m_lexer.Place();
+    std::uint16_t field = 0;
+    if (!Integer(QueryThing::FieldID, field)) {
       return false;
     }
     m_observer.TookConditionField(place);
-    const OperatorRow* const row = TakeOneOf(kOperators);
+    ParsedCondition& condition = conditions.items[conditions.count++];
+    condition = {{}, QUERY_OPERATOR_EQUAL, field};
+    const OperatorRow* const row = TakeOneOf<kOperators>();
     if (row == nullptr) {
-      return m_lexer.Token() == TOKEN_TYPE::Less && Refuse(QueryRule::LessThan, m_lexer.Text());
+      return m_lexer.Is<TOKEN_TYPE::Less>() && Refuse(QueryRule::LessThan, m_lexer.Place());
     }
     condition.op = row->op;
     if (!Value(condition.value)) {
       return false;
     }
-    ++conditions.count;
+    m_query.wholeConditions = conditions.count;
     return true;
   }
 
   bool Value(std::string_view& value) {
-    if (!Is(TOKEN_TYPE::String, QueryThing::Value)) {
+    const std::string_view quoted = m_lexer.String();
+    if (quoted.empty()) {
+      m_observer.Looked(QueryThing::Value);
       return false;
     }
-    const std::string_view quoted = m_lexer.Text();
     if (quoted.size() - 2 > kLongestValue) {
-      return Refuse(QueryRule::ValueTooLong, quoted);
+      return Refuse(QueryRule::ValueTooLong, quoted.data());
     }
     value = quoted.substr(1, quoted.size() - 2);
-    Advance();
+    Leave(quoted.size());
     return true;
   }
 
@@ -185,27 +186,27 @@ class QueryParser {
     if (!Integer(QueryThing::GroupID, m_query.groupByID)) {
       return false;
     }
-    std::size_t count = 0;
-    while (Take(TOKEN_TYPE::Comma)) {
-      if (count == kMostGroupNumbers) {
-        return Refuse(QueryRule::TooManyGroupNumbers, m_lexer.Text());
+    ParsedList<std::uint32_t, kMostGroupNumbers>& numbers = m_query.groupNumbers;
+    while (Take<TOKEN_TYPE::Comma>()) {
+      if (numbers.count == kMostGroupNumbers) {
+        return Refuse(QueryRule::TooManyGroupNumbers, m_lexer.Place());
       }
-      if (!Integer(QueryThing::GroupNumber, m_query.groupNumbers[count])) {
+      if (!Integer(QueryThing::GroupNumber, numbers.items[numbers.count])) {
         return false;
       }
-      ++count;
+      ++numbers.count;
     }
-    m_query.groupSize = static_cast<std::int16_t>(count);
+    m_query.groupSize = static_cast<std::int16_t>(numbers.count);
     return true;
   }
 
   // "CHART" "(" chart-info ["," SnapShotFieldIDList] ")"
   bool Chart() {
-    if (!Take(TOKEN_TYPE::Chart)) {
+    if (!Take<TOKEN_TYPE::Chart>()) {
       return false;
     }
     if (!BehindChart()) {
-      m_observer.ChartBroke(m_lexer.Text());
+      m_observer.ChartBroke(m_lexer.Place());
       return Abandon();
     }
     m_query.hasChart = true;
@@ -213,35 +214,38 @@ class QueryParser {
   }
 
   bool BehindChart() {
-    if (!Take(TOKEN_TYPE::OpenParen) || !ChartInfo()) {
+    if (!Take<TOKEN_TYPE::OpenParen>() || !ChartInfo()) {
       return false;
     }
-    if (Take(TOKEN_TYPE::Comma) &&
+    if (Take<TOKEN_TYPE::Comma>() &&
         !FieldIDList(m_query.snapshot, QueryRule::TooManySnapshotFields)) {
       return false;
     }
-    return Take(TOKEN_TYPE::CloseParen);
+    return Take<TOKEN_TYPE::CloseParen>();
   }
 
   // Each form in turn, from wherever the one before it stopped.
-  bool ChartInfo() {
-    for (const ChartRow& row : kCharts) {
-      if (!Match(row.word)) {
-        continue;
-      }
-      m_query.chartKind = row.kind;
-      m_observer.ChartBegan(m_lexer.Text());
-      Advance();
-      if (ChartInfoBehindWord(row)) {
-        return true;
-      }
-      Abandon();
+  bool ChartInfo() { return ChartInfo(std::make_index_sequence<kCharts.size()>()); }
+  template <std::size_t... kIndex>
+  bool ChartInfo(std::index_sequence<kIndex...>) {
+    return (ChartForm<kIndex>() || ...);
+  }
+
+  template <std::size_t kIndex>
+  bool ChartForm() {
+    constexpr const ChartRow& kRow = kCharts[kIndex];
+    const char* const place = m_lexer.Place();
+    if (!Match<kRow.word>()) {
+      return false;
     }
-    return false;
+    m_query.chartKind = kRow.kind;
+    m_observer.ChartBegan(place);
+    Leave(kLengthOf<kRow.word>);
+    return ChartInfoBehindWord(kRow) || Abandon();
   }
 
   bool ChartInfoBehindWord(const ChartRow& row) {
-    if (!Take(TOKEN_TYPE::Comma) || !ChartSize(row)) {
+    if (!Take<TOKEN_TYPE::Comma>() || !ChartSize(row)) {
       return false;
     }
     return row.kind == QUERY_CHART_ANALYSIS ? AnalysisParameters() : PrimaryField(row.onlyField);
@@ -271,16 +275,16 @@ class QueryParser {
         }
         break;
     }
-    return row.separator == ChartSeparator::Comma ? Take(TOKEN_TYPE::Comma) : TakeAnything();
+    return row.separator == ChartSeparator::Comma ? Take<TOKEN_TYPE::Comma>() : TakeAnything();
   }
 
   // number "," unit
   bool Resolution() {
-    if (!ChartQuantity() || !Take(TOKEN_TYPE::Comma)) {
+    if (!ChartQuantity() || !Take<TOKEN_TYPE::Comma>()) {
       return false;
     }
-    const std::string_view place = m_lexer.Text();
-    const UnitRow* const row = TakeOneOf(kUnits);
+    const char* const place = m_lexer.Place();
+    const UnitRow* const row = TakeOneOf<kUnits>();
     if (row == nullptr) {
       return false;
     }
@@ -299,7 +303,7 @@ class QueryParser {
   }
 
   bool PrimaryField(std::uint16_t onlyField) {
-    const std::string_view place = m_lexer.Text();
+    const char* const place = m_lexer.Place();
     if (!Integer(QueryThing::FieldID, m_query.primaryField)) {
       return false;
     }
@@ -308,7 +312,7 @@ class QueryParser {
   }
 
   bool AnalysisParameters() {
-    const std::string_view place = m_lexer.Text();
+    const char* const place = m_lexer.Place();
     const std::uint16_t& type = m_query.analysisType;
     if (!Integer(QueryThing::AnalysisType, m_query.analysisType)) {
       return false;
@@ -323,13 +327,13 @@ class QueryParser {
     const bool hasFirst = hasSecond || type == kAnalysisWithOneParam;
     if (!hasFirst) {
       m_query.analysisParam1 = 0;
-    } else if (!Take(TOKEN_TYPE::Comma) ||
+    } else if (!Take<TOKEN_TYPE::Comma>() ||
                !Integer(QueryThing::AnalysisParam1, m_query.analysisParam1)) {
       return false;
     }
     if (!hasSecond) {
       m_query.analysisParam2 = 0;
-    } else if (!Take(TOKEN_TYPE::Comma) ||
+    } else if (!Take<TOKEN_TYPE::Comma>() ||
                !Integer(QueryThing::AnalysisParam2, m_query.analysisParam2)) {
       return false;
     }
@@ -340,90 +344,111 @@ class QueryParser {
   // A number token, cut to the width of `out`.
   template <class Int>
   bool Integer(QueryThing thing, Int& out) {
-    if (!NumberFor(thing)) {
+    const QueryNumber number = m_lexer.Number();
+    if (!IsNumberFor(thing, number)) {
       return false;
     }
-    out = static_cast<Int>(IntegerIn(m_lexer.Text()));
-    Advance();
+    // Digits that go beyond the integers count for the last of them; fewer are as they were read.
+    const bool mayBeClamped = number.text.size() == kLongestNumber;
+    out = static_cast<Int>(mayBeClamped ? static_cast<std::uint32_t>(IntegerIn(number.text))
+                                        : number.digits);
+    Leave(number.text.size());
     return true;
   }
 
   bool Float(QueryThing thing, float& out) {
-    if (!NumberFor(thing)) {
+    const QueryNumber number = m_lexer.Number();
+    if (!IsNumberFor(thing, number)) {
       return false;
     }
-    out = FloatIn(m_lexer.Text());
-    Advance();
+    out = FloatIn(number.text);
+    Leave(number.text.size());
     return true;
   }
 
   // A number that is too long may be passed over, and can't be converted.
-  bool NumberFor(QueryThing thing) {
-    if (!Is(TOKEN_TYPE::Number, thing)) {
+  bool IsNumberFor(QueryThing thing, const QueryNumber& number) {
+    if (number.text.empty()) {
+      m_observer.Looked(thing);
       return false;
     }
-    if (m_lexer.Text().size() > kLongestNumber) {
-      return Refuse(QueryRule::NumberTooLong, m_lexer.Text());
+    if (number.text.size() > kLongestNumber) {
+      return Refuse(QueryRule::NumberTooLong, number.text.data());
     }
-    m_observer.Took(thing, m_lexer.Text());
+    m_observer.Took(thing, number.text.data());
     return true;
   }
 
   // A place for a separator that nobody looks at.
   bool TakeAnything() {
-    if (m_lexer.AtStop()) {
-      return Match(TOKEN_TYPE::Comma);
+    const std::size_t length = m_lexer.Token().text.size();
+    if (length == 0) {
+      m_observer.Looked(TOKEN_TYPE::Comma);
+      return false;
     }
-    Advance();
+    Leave(length);
     return true;
   }
 
-  bool Is(TOKEN_TYPE token, QueryThing thing) {
-    if (m_lexer.Token() == token) {
-      return true;
-    }
-    m_observer.Looked(thing);
-    return false;
-  }
-
   // Whether the token is current; takes nothing.
-  bool Match(TOKEN_TYPE token) {
-    if (m_lexer.Token() == token) {
+  template <TOKEN_TYPE kToken>
+  bool Match() {
+    if (m_lexer.Is<kToken>()) {
       return true;
     }
-    m_observer.Looked(token);
+    m_observer.Looked(kToken);
     return false;
   }
 
-  bool Take(TOKEN_TYPE token) {
-    if (!Match(token)) {
+  bool MatchEndOfText() {
+    if (m_lexer.AtEnd()) {
+      return true;
+    }
+    m_observer.Looked(TOKEN_TYPE::EndOfText);
+    return false;
+  }
+
+  template <TOKEN_TYPE kToken>
+  bool Take() {
+    if (!Match<kToken>()) {
       return false;
     }
-    Advance();
+    Leave(kLengthOf<kToken>);
     return true;
   }
 
   // The row whose word is current, which is taken; null where none is.
-  template <class Row, std::size_t Rows>
-  const Row* TakeOneOf(const std::array<Row, Rows>& rows) {
-    for (const Row& row : rows) {
-      if (m_lexer.Token() == row.word) {
-        Advance();
-        return &row;
-      }
+  template <const auto& kRows>
+  auto TakeOneOf() {
+    return TakeOneOf<kRows>(std::make_index_sequence<kRows.size()>());
+  }
+  template <const auto& kRows, std::size_t... kIndex>
+  auto TakeOneOf(std::index_sequence<kIndex...>) {
+    const typename std::remove_reference_t<decltype(kRows)>::value_type* taken = nullptr;
+    if (!(TakeRow<kRows, kIndex>(taken) || ...)) {
+      (m_observer.Looked(kRows[kIndex].word), ...);
     }
-    for (const Row& row : rows) {
-      m_observer.Looked(row.word);
-    }
-    return nullptr;
+    return taken;
   }
 
-  void Advance() {
-    m_lexer.Advance();
+  template <const auto& kRows, std::size_t kIndex, class Row>
+  bool TakeRow(const Row*& taken) {
+    constexpr TOKEN_TYPE kWord = kRows[kIndex].word;
+    if (!m_lexer.template Is<kWord>()) {
+      return false;
+    }
+    taken = &kRows[kIndex];
+    Leave(kLengthOf<kWord>);
+    return true;
+  }
+
+  // Leaves the current token of so many characters behind.
+  void Leave(std::size_t length) {
+    m_lexer.Skip(length);
     m_observer.Moved();
   }
 
-  bool Refuse(QueryRule rule, std::string_view place) {
+  bool Refuse(QueryRule rule, const char* place) {
     m_observer.Refused(rule, place);
     return false;
   }

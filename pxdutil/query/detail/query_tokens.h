@@ -203,7 +203,50 @@ inline constexpr std::array<TokenRow, 60> kTokenTable = {{
   return longest;
 }
 
+// The rows of a token stand together.
+struct TokenRows {
+  std::size_t first;
+  std::size_t count;  // 0 for a token without a word
+};
+
+[[nodiscard]] constexpr TokenRows RowsOf(TOKEN_TYPE token) {
+  TokenRows rows = {0, 0};
+  for (std::size_t row = kTokenTable.size(); row-- != 0;) {
+    if (kTokenTable[row].token == token) {
+      rows = {row, rows.count + 1};
+    }
+  }
+  return rows;
+}
+
+// How many characters a token with a word has.
+template <TOKEN_TYPE kToken>
+inline constexpr std::size_t kLengthOf = kTokenTable[RowsOf(kToken).first].text.size();
+
+// Whether a row ahead of this one begins with it, so that a text may begin with both.
+[[nodiscard]] constexpr bool BeginsRowAhead(std::size_t row) {
+  for (std::size_t ahead = 0; ahead < row; ++ahead) {
+    if (kTokenTable[ahead].text.starts_with(kTokenTable[row].text)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+[[nodiscard]] constexpr bool EveryTokenHasOneLength(const std::array<TokenRow, 60>& rows) {
+  for (const TokenRow& row : rows) {
+    const TokenRows same = RowsOf(row.token);
+    for (std::size_t i = same.first; i < same.first + same.count; ++i) {
+      if (rows[i].token != row.token || rows[i].text.size() != row.text.size()) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+
 static_assert(EveryRowCanBeFound(kTokenTable));
+static_assert(EveryTokenHasOneLength(kTokenTable));
 static_assert(EveryTokenHasItsRows(kTokenTable));
 static_assert(EveryRowIsAWordOrASign(kTokenTable));
 static_assert(LongestRow(kTokenTable) == 16, "CONNECT_DATAFEED is the longest word");
