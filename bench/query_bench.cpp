@@ -67,6 +67,7 @@ struct PlainQuery {
   struct Condition {
     std::string_view value;
     std::uint16_t field;
+    std::uint8_t op;
   };
   std::uint8_t verb;
   std::uint8_t source;
@@ -84,9 +85,9 @@ struct PlainQuery {
   std::array<std::uint32_t, 100> groupNumbers;
 };
 
-// The least that reading such a text takes: a descent over the productions that it uses. Of each
-// family it knows the one word that stands in the text, of the language's limits none but the room
-// in its lists, and a number is its digits.
+// The least that reading such a text takes: a descent written by hand over the productions that it
+// uses, with all the words that may stand in them, and none of the language's rules: its numbers
+// are digits, and of limits it knows the room in its lists.
 class PlainParser {
  public:
   PlainParser(const char* text, PlainQuery& query)
@@ -94,14 +95,9 @@ class PlainParser {
 
   bool Parse() {
     Word("BEGINQUERY");
-    if (!Word("ADVISE")) {
+    if (!Verb() || !What() || !Word("FROM") || !Source()) {
       return false;
     }
-    m_query.verb = QUERY_VERB_ADVISE;
-    if (!What() || !Word("FROM") || !Word("SYMBOL_DATA")) {
-      return false;
-    }
-    m_query.source = QUERY_TYPE_SYMBOL_DATA;
     if (Word("WHERE") && (!Conditions() || (Word("GROUP_BY") && !Group()))) {
       return false;
     }
@@ -109,6 +105,97 @@ class PlainParser {
   }
 
  private:
+  bool Verb() {
+    switch (*m_at) {
+      case 'A':
+        return Word("ADVISE", m_query.verb, QUERY_VERB_ADVISE);
+      case 'C':
+        return Word("COMMIT", m_query.verb, QUERY_VERB_COMMIT);
+      case 'M':
+        return Word("MODIFY", m_query.verb, QUERY_VERB_MODIFY);
+      case 'R':
+        return Word("REQUEST", m_query.verb, QUERY_VERB_REQUEST);
+      case 'S':
+        return Word("SYNCH", m_query.verb, QUERY_VERB_SYNCH);
+      case 'U':
+        return Word("UPDATE", m_query.verb, QUERY_VERB_UPDATE);
+      default:
+        return false;
+    }
+  }
+
+  bool Source() {
+    std::uint8_t& source = m_query.source;
+    switch (*m_at) {
+      case 'A':
+        return Word("ARCHIVE_INFO", source, QUERY_TYPE_ARCHIVE_INFO) ||
+               Word("ARCHIVE_MSGS", source, QUERY_TYPE_ARCHIVE_MSGS) ||
+               Word("ARCHIVE_ITEMS", source, QUERY_TYPE_ARCHIVE_ITEMS) ||
+               Word("ARCHIVE", source, QUERY_TYPE_ARCHIVE);
+      case 'C':
+        return Word("CHART", source, QUERY_TYPE_SYMBOL_DATA) ||
+               Word("CONNECT_DATAFEED", source, QUERY_TYPE_CONNECT_DATAFEED);
+      case 'E':
+        return Word("EDIT_DATA", source, QUERY_TYPE_EDIT_DATA) ||
+               Word("ENTITLEMENTS", source, QUERY_TYPE_ENTITLEMENTS) ||
+               Word("ECN_INFO", source, QUERY_TYPE_ECN_INFO);
+      case 'F':
+        return Word("FEED_INFO", source, QUERY_TYPE_FEED_INFO) ||
+               Word("FEED_STATUS", source, QUERY_TYPE_FEED_STATUS) ||
+               Word("FUNDAMENTAL", source, QUERY_TYPE_FUNDAMENTAL);
+      case 'M':
+        return Word("MESSAGE", source, QUERY_TYPE_MESSAGE);
+      case 'N':
+        return Word("NEWS", source, QUERY_TYPE_NEWS) ||
+               Word("NASDAQ_LEVELII", source, QUERY_TYPE_NASDAQ_LEVELII);
+      case 'Q':
+        return Word("QUOTE", source, QUERY_TYPE_SYMBOL_DATA);
+      case 'S':
+        return Word("SYMBOL_DATA", source, QUERY_TYPE_SYMBOL_DATA) ||
+               Word("SYMBOL_INFO", source, QUERY_TYPE_SYMBOL_DATA) ||
+               Word("SYMBOL_LIST", source, QUERY_TYPE_SYMBOL_LIST) ||
+               Word("SYMBOL_PREFIX", source, QUERY_TYPE_SYMBOL_PREFIX) ||
+               Word("SERVER_INFO", source, QUERY_TYPE_SERVER_INFO) ||
+               Word("SCANNING", source, QUERY_TYPE_SCANNING);
+      case 'T':
+        return Word("TIME_SALES", source, QUERY_TYPE_TIME_SALES) ||
+               Word("TIME", source, QUERY_TYPE_TIME);
+      default:
+        return false;
+    }
+  }
+
+  bool Unit() {
+    switch (*m_at) {
+      case 'D':
+        return Word("DAILY", m_query.unit, 4);
+      case 'M':
+        return Word("MINUTE", m_query.unit, 3) || Word("MONTHLY", m_query.unit, 6);
+      case 'S':
+        return Word("SECOND", m_query.unit, 2);
+      case 'T':
+        return Word("TICK", m_query.unit, 1);
+      case 'W':
+        return Word("WEEKLY", m_query.unit, 5);
+      case 'Y':
+        return Word("YEARLY", m_query.unit, 7);
+      default:
+        return false;
+    }
+  }
+
+  bool Operator(std::uint8_t& op) {
+    if (Sign('=')) {
+      op = QUERY_OPERATOR_EQUAL;
+      return true;
+    }
+    if (Sign('>')) {
+      op = QUERY_OPERATOR_GREATER;
+      return true;
+    }
+    return Word("<>", op, QUERY_OPERATOR_NOT_EQUAL) || Word("!=", op, QUERY_OPERATOR_NOT_EQUAL);
+  }
+
   bool What() {
     do {
       if (Word("CHART")) {
@@ -124,10 +211,9 @@ class PlainParser {
 
   bool Chart() {
     if (!Sign('(') || !Word("BARCHART") || !Sign(',') || !Number(m_query.quantity) || !Sign(',') ||
-        !Word("MINUTE") || !Sign(',') || !Number(m_query.primaryField)) {
+        !Unit() || !Sign(',') || !Number(m_query.primaryField)) {
       return false;
     }
-    m_query.unit = 3;
     while (Sign(',')) {
       if (m_query.snapshotCount == m_query.snapshot.size() ||
           !Number(m_query.snapshot[m_query.snapshotCount])) {
@@ -144,7 +230,7 @@ class PlainParser {
         return false;
       }
       PlainQuery::Condition& condition = m_query.conditions[m_query.conditionCount];
-      if (!Number(condition.field) || !Sign('=') || !Value(condition.value)) {
+      if (!Number(condition.field) || !Operator(condition.op) || !Value(condition.value)) {
         return false;
       }
       ++m_query.conditionCount;
@@ -173,6 +259,15 @@ class PlainParser {
       return false;
     }
     SkipTo(m_at + kLength);
+    return true;
+  }
+
+  template <std::size_t kSize>
+  bool Word(const char (&word)[kSize], std::uint8_t& out, std::uint8_t code) {
+    if (!Word(word)) {
+      return false;
+    }
+    out = code;
     return true;
   }
 

@@ -100,14 +100,15 @@ void Expand(const ParsedQuery& query, QUERY_INFO& out) {
   out.wGroupBySize = query.groupSize;
   ExpandList(query.what, out.wWhatFields);
   out.dwWhatCount = query.what.count;
-  for (std::uint32_t i = 0; i < query.conditions.count; ++i) {
+  const std::uint32_t conditions = query.conditions.count + (query.hasBrokenCondition ? 1 : 0);
+  for (std::uint32_t i = 0; i < conditions; ++i) {
     const ParsedCondition& from = query.conditions.items[i];
     QUERY_CONDITION& to = out.conditions[i];
     to.wFieldID = from.field;
     to.dwOperator = from.op;
     std::copy(from.value.begin(), from.value.end(), static_cast<char*>(to.szValue));
   }
-  out.dwConditionCount = query.wholeConditions;
+  out.dwConditionCount = query.conditions.count;
 }
 
 }  // namespace pxd::detail

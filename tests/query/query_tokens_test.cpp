@@ -1,5 +1,7 @@
 // The words of the language, one by one.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -94,7 +96,7 @@ std::vector<int> Tokens(const std::string& text) {
     if (token.text.empty()) {
       return tokens;
     }
-    lexer.Skip(token.text.size());
+    lexer.MoveTo(token.text.data() + token.text.size());
   }
 }
 
@@ -194,7 +196,7 @@ TEST(QueryTokens, AStringWithoutItsClosingQuoteIsNoToken) {
   EXPECT_EQ(Tokens("\"ABC"), (std::vector<int>{-2}));
   EXPECT_EQ(Tokens("\""), (std::vector<int>{-2}));
   QueryLexer lexer("7 \"ABC");
-  lexer.Skip(1);
+  lexer.MoveBy(1);
   EXPECT_EQ(lexer.Token().type, TOKEN_TYPE::Unknown);
   EXPECT_STREQ(lexer.Place(), "\"ABC");  // it stays at the quote
 }
@@ -213,18 +215,18 @@ TEST(QueryTokens, EveryOtherByteBeginsNoToken) {
 
 TEST(QueryTokens, TheEndIsReadAgainAndAgain) {
   QueryLexer lexer("FROM ");
-  lexer.Skip(4);
+  lexer.MoveBy(4);
   for (int i = 0; i < 3; ++i) {
     EXPECT_TRUE(lexer.AtEnd());
     EXPECT_EQ(lexer.Token().type, TOKEN_TYPE::EndOfText);
-    lexer.Skip(0);
+    lexer.MoveBy(0);
   }
   EXPECT_EQ(Tokens(""), (std::vector<int>{30}));
   EXPECT_EQ(Tokens("   "), (std::vector<int>{30}));
 }
 
 template <std::size_t... kRow>
-std::vector<TOKEN_TYPE> FittingWords(const QueryLexer& lexer, std::index_sequence<kRow...>) {
+std::vector<TOKEN_TYPE> FittingWords(QueryLexer& lexer, std::index_sequence<kRow...>) {
   std::vector<TOKEN_TYPE> fitting;
   ((lexer.Is<kTokenTable[kRow].token>() ? fitting.push_back(kTokenTable[kRow].token) : void()),
    ...);
@@ -239,7 +241,7 @@ TEST(QueryTokens, AskedForEachOneByOneTheOneThatStandsThereSaysYes) {
     texts.insert(texts.end(), {text, text + "X", text + "FROM", text.substr(0, text.size() - 1)});
   }
   for (const std::string& text : texts) {
-    const QueryLexer lexer(text.c_str());
+    QueryLexer lexer(text.c_str());
     const pxd::detail::QueryToken token = lexer.Token();
     std::vector<TOKEN_TYPE> fitting =
         FittingWords(lexer, std::make_index_sequence<kTokenTable.size()>());
@@ -249,10 +251,52 @@ TEST(QueryTokens, AskedForEachOneByOneTheOneThatStandsThereSaysYes) {
     const bool isWord = !token.text.empty() && !isNumber && !isString;
     EXPECT_EQ(fitting, isWord ? std::vector<TOKEN_TYPE>{token.type} : std::vector<TOKEN_TYPE>{})
         << text;
-    EXPECT_EQ(lexer.Number().text, isNumber ? token.text : "") << text;
+    EXPECT_EQ(lexer.IsNumber(), isNumber) << text;
+    EXPECT_EQ(isNumber ? lexer.Number() : "", isNumber ? token.text : "") << text;
     EXPECT_EQ(lexer.String(), isString ? token.text : "") << text;
     EXPECT_EQ(lexer.AtEnd(), token.type == TOKEN_TYPE::EndOfText) << text;
   }
+}
+
+// The quick way gives what the long one gives, or nothing.
+TEST(QueryTokens, AFewDigitsAreAShortNumber) {
+  struct Row {
+    const char* text;
+    std::size_t length;
+    std::uint32_t value;
+  };
+  for (const Row& row : {Row{"0", 1, 0}, Row{"7,8", 1, 7}, Row{"42 ", 2, 42}, Row{"201)", 3, 201},
+                         Row{"007=", 3, 7}, Row{"9999\"", 4, 9999}, Row{"65535F", 5, 65535}}) {
+    QueryLexer lexer(row.text);
+    ASSERT_TRUE(lexer.IsNumber());
+    std::size_t length = 0;
+    std::uint32_t value = 0;
+    EXPECT_TRUE(lexer.IsShortNumber(length, value)) << row.text;
+    EXPECT_EQ(length, row.length) << row.text;
+    EXPECT_EQ(value, row.value) << row.text;
+    EXPECT_EQ(lexer.Number().size(), row.length) << row.text;
+  }
+  for (const char* const text : {"7.", "1-2", "12e3", "42END", "201+", "123456", "1234567890"}) {
+    QueryLexer lexer(text);
+    ASSERT_TRUE(lexer.IsNumber());
+    std::size_t length = 0;
+    std::uint32_t value = 0;
+    EXPECT_FALSE(lexer.IsShortNumber(length, value)) << text;
+  }
+}
+
+TEST(QueryTokens, BlanksMayStandAheadOfAnyToken) {
+  QueryLexer lexer("  FROM  ,  7  \"A\"  ");
+  EXPECT_TRUE(lexer.Is<TOKEN_TYPE::From>());
+  lexer.MoveBy(4);
+  EXPECT_FALSE(lexer.Is<TOKEN_TYPE::Equal>());
+  EXPECT_TRUE(lexer.Is<TOKEN_TYPE::Comma>());
+  lexer.MoveBy(1);
+  EXPECT_TRUE(lexer.IsNumber());
+  lexer.MoveBy(1);
+  EXPECT_EQ(lexer.String(), "\"A\"");
+  lexer.MoveBy(3);
+  EXPECT_TRUE(lexer.AtEnd());
 }
 
 TEST(QueryTokens, AStringOfAnyLengthRunsToItsQuote) {

@@ -54,8 +54,8 @@ struct ParsedQuery {
   std::uint32_t groupByID = 0;
   // The numbers of the group stay in the record as they are read, and count once all of them were.
   std::int16_t groupSize = 0;
-  // So do field and operator of a condition that broke off: it is the last one, and doesn't count.
-  std::uint32_t wholeConditions = 0;
+  // So do field and operator of a condition that broke off, which stands behind those that count.
+  bool hasBrokenCondition = false;
   ParsedList<std::uint16_t, kMostSnapshotFields> snapshot;
   ParsedList<std::uint16_t, kMostWhatFields> what;
   ParsedList<ParsedCondition, kMostConditions> conditions;

@@ -26,20 +26,47 @@ struct QueryToken {
 // The token that begins at `at`, which isn't a blank, of a text that ends at `end` in a NUL.
 [[nodiscard]] QueryToken TokenAt(const char* at, const char* end);
 
-// A number token, which has no text where none stands.
-struct QueryNumber {
-  std::string_view text;
-  // The low 32 bits of the number that its first digits are, however many those be.
-  std::uint32_t digits = 0;
-};
-
 [[nodiscard]] constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
 // What goes on with a number once a digit has begun one, in any order.
+inline constexpr std::array<bool, 256> kInNumber = [] {
+  std::array<bool, 256> is = {};
+  for (const char c : std::string_view("0123456789.+-eE")) {
+    is[static_cast<unsigned char>(c)] = true;
+  }
+  return is;
+}();
 [[nodiscard]] constexpr bool IsInNumber(char c) {
-  return IsDigit(c) || c == '.' || c == '+' || c == '-' || c == 'e' || c == 'E';
+  return kInNumber[static_cast<unsigned char>(c)];
+}
+
+// Whether the first and the last bytes of two texts are the same, as many as an Int has.
+template <class Int>
+[[nodiscard]] inline bool HaveSameEnds(const char* a, const char* b, std::size_t size) {
+  const auto difference = [=](std::size_t at) {
+    Int fromA;
+    Int fromB;
+    std::memcpy(&fromA, a + at, sizeof(Int));
+    std::memcpy(&fromB, b + at, sizeof(Int));
+    return fromA ^ fromB;
+  };
+  return (difference(0) | difference(size - sizeof(Int))) == 0;
+}
+
+// As memcmp says, of a word of the language: two pieces, which may overlap, cover any of them. Of a
+// memcmp the compiler makes a call where it takes a word for a rare one.
+template <std::size_t kSize>
+[[nodiscard]] inline bool IsSame(const char* a, const char* b) {
+  static_assert(kSize >= 2 && kSize <= 16);
+  if constexpr (kSize >= 8) {
+    return HaveSameEnds<std::uint64_t>(a, b, kSize);
+  } else if constexpr (kSize >= 4) {
+    return HaveSameEnds<std::uint32_t>(a, b, kSize);
+  } else {
+    return HaveSameEnds<std::uint16_t>(a, b, kSize);
+  }
 }
 
 // A place in a text that moves from token to token. It stays at text that begins no token: nothing
@@ -47,41 +74,61 @@ struct QueryNumber {
 class QueryLexer {
  public:
   // The text must outlive the lexer. Its NUL ends whatever is looked at one character at a time.
-  explicit QueryLexer(const char* text) : m_place(text), m_end(text + std::strlen(text)) {
-    Skip(0);
-  }
+  explicit QueryLexer(const char* text)
+      : m_place(text), m_end(text + std::strlen(text)), m_first(*text) {}
 
   // Where the current token begins.
-  [[nodiscard]] const char* Place() const { return m_place; }
-  [[nodiscard]] bool AtEnd() const { return m_place == m_end; }
-  [[nodiscard]] QueryToken Token() const { return TokenAt(m_place, m_end); }
+  [[nodiscard]] const char* Place() const {
+    const char* place = m_place;
+    while (*place == ' ') {
+      ++place;
+    }
+    return place;
+  }
+  [[nodiscard]] bool AtEnd() const { return Place() == m_end; }
+  [[nodiscard]] QueryToken Token() const { return TokenAt(Place(), m_end); }
 
-  // Whether the word or sign is the current token.
+  // Whether the word or sign is the current token. A blank mostly stands ahead of a word.
   template <TOKEN_TYPE kToken>
-  [[nodiscard]] bool Is() const {
-    constexpr TokenRows kRows = RowsOf(kToken);
-    static_assert(kRows.count == 1 || kRows.count == 2, "numbers, strings and ends have no words");
-    return Fits<kRows.first>() || (kRows.count == 2 && Fits<kRows.first + kRows.count - 1>());
+  [[nodiscard]] bool Is() {
+    constexpr std::size_t kLongestSign = 2;
+    if constexpr (kLengthOf < kToken >> kLongestSign) {
+      SkipBlanks();
+      return FitsARowOf<kToken>();
+    } else {
+      return Find([this] { return FitsARowOf<kToken>(); });
+    }
   }
 
-  [[nodiscard]] QueryNumber Number() const {
-    QueryNumber number;
-    const char* at = m_place;
-    for (; IsDigit(*at); ++at) {
-      number.digits = number.digits * 10 + static_cast<std::uint32_t>(*at - '0');
+  [[nodiscard]] bool IsNumber() {
+    return Find([this] { return IsDigit(m_first); });
+  }
+  // The current token, which was found to be a number.
+  [[nodiscard]] std::string_view Number() const {
+    const char* at = m_place + 1;
+    while (IsInNumber(*at)) {
+      ++at;
     }
-    if (at != m_place) {
-      while (IsInNumber(*at)) {
-        ++at;
+    return Until(at);
+  }
+  // Whether that number is no more than a few digits, as nearly all numbers are; then also how
+  // many, and what they are worth.
+  [[nodiscard]] bool IsShortNumber(std::size_t& length, std::uint32_t& value) const {
+    value = static_cast<std::uint32_t>(m_first - '0');
+    constexpr std::size_t kShort = 5;
+    for (length = 1; length <= kShort; ++length) {
+      const char c = m_place[length];
+      if (!IsDigit(c)) {
+        return !IsInNumber(c);
       }
+      value = value * 10 + static_cast<std::uint32_t>(c - '0');
     }
-    number.text = Until(at);
-    return number;
+    return false;
   }
 
   // The string with its quotes, or nothing.
-  [[nodiscard]] std::string_view String() const {
-    if (*m_place != '"') {
+  [[nodiscard]] std::string_view String() {
+    if (!Find([this] { return m_first == '"'; })) {
       return {};
     }
     const char* at = m_place + 1;
@@ -99,27 +146,55 @@ class QueryLexer {
     return quote != nullptr ? Until(static_cast<const char*>(quote) + 1) : std::string_view();
   }
 
-  // Leaves the current token of so many characters behind, and the blanks behind it.
-  void Skip(std::size_t length) {
-    m_place += length;
-    while (*m_place == ' ') {
-      ++m_place;
+  // Leaves the current token, which ends there.
+  void MoveTo(const char* end) {
+    m_place = end;
+    m_first = *end;
+  }
+  // The same, of a token that was found to be current and has so many characters.
+  void MoveBy(std::size_t length) { MoveTo(m_place + length); }
+
+ private:
+  void SkipBlanks() {
+    while (m_first == ' ') {
+      m_first = *++m_place;
     }
   }
 
- private:
+  // The answer to a question about the current token. Most signs, numbers and strings touch what is
+  // ahead of them, so blanks are looked for only where the answer would be no.
+  template <class Question>
+  bool Find(const Question& question) {
+    if (question()) {
+      return true;
+    }
+    if (m_first != ' ') {
+      return false;
+    }
+    SkipBlanks();
+    return question();
+  }
+
+  template <TOKEN_TYPE kToken>
+  [[nodiscard]] bool FitsARowOf() const {
+    constexpr TokenRows kRows = RowsOf(kToken);
+    static_assert(kRows.count == 1 || kRows.count == 2, "numbers, strings and ends have no rows");
+    return Fits<kRows.first>() || (kRows.count == 2 && Fits<kRows.first + kRows.count - 1>());
+  }
+
   template <std::size_t kRow>
   [[nodiscard]] bool Fits() const {
     constexpr std::string_view kText = kTokenTable[kRow].text;
-    if (*m_place != kText.front()) {
+    if (m_first != kText.front()) {
       return false;
     }
     if constexpr (kText.size() > 1) {
       if (static_cast<std::size_t>(m_end - m_place) < kText.size() ||
-          std::memcmp(m_place, kText.data(), kText.size()) != 0) {
+          !IsSame<kText.size()>(m_place, kText.data())) {
         return false;
       }
     }
+    // A row ahead of this one may fit as well.
     if constexpr (BeginsRowAhead(kRow)) {
       return Token().type == kTokenTable[kRow].token;
     } else {
@@ -131,8 +206,9 @@ class QueryLexer {
     return {m_place, static_cast<std::size_t>(end - m_place)};
   }
 
-  const char* m_place;
+  const char* m_place;  // of the current token, or of blanks ahead of it
   const char* m_end;
+  char m_first;  // the character at the place, which settles most questions
 };
 
 }  // namespace pxd::detail

@@ -148,22 +148,28 @@ class QueryParser {
       return Refuse(QueryRule::TooManyConditions, m_lexer.Place());
     }
     const char* const place = m_lexer.Place();
-    std::uint16_t field = 0;
-    if (!Integer(QueryThing::FieldID, field)) {
+    ParsedCondition condition = {};
+    if (!Integer(QueryThing::FieldID, condition.field)) {
       return false;
     }
     m_observer.TookConditionField(place);
-    ParsedCondition& condition = conditions.items[conditions.count++];
-    condition = {{}, QUERY_OPERATOR_EQUAL, field};
-    const OperatorRow* const row = TakeOneOf<kOperators>();
-    if (row == nullptr) {
-      return m_lexer.Is<TOKEN_TYPE::Less>() && Refuse(QueryRule::LessThan, m_lexer.Place());
-    }
-    condition.op = row->op;
-    if (!Value(condition.value)) {
+    const bool isWhole = Operator(condition.op) && Value(condition.value);
+    conditions.items[conditions.count] = condition;
+    if (!isWhole) {
+      m_query.hasBrokenCondition = true;
       return false;
     }
-    m_query.wholeConditions = conditions.count;
+    ++conditions.count;
+    return true;
+  }
+
+  bool Operator(QUERY_OPERATOR& op) {
+    const OperatorRow* const row = TakeOneOf<kOperators>();
+    if (row == nullptr) {
+      return m_lexer.template Is<TOKEN_TYPE::Less>() &&
+             Refuse(QueryRule::LessThan, m_lexer.Place());
+    }
+    op = row->op;
     return true;
   }
 
@@ -176,8 +182,8 @@ class QueryParser {
     if (quoted.size() - 2 > kLongestValue) {
       return Refuse(QueryRule::ValueTooLong, quoted.data());
     }
-    value = quoted.substr(1, quoted.size() - 2);
     Leave(quoted.size());
+    value = {quoted.data() + 1, quoted.size() - 2};
     return true;
   }
 
@@ -344,49 +350,61 @@ class QueryParser {
   // A number token, cut to the width of `out`.
   template <class Int>
   bool Integer(QueryThing thing, Int& out) {
-    const QueryNumber number = m_lexer.Number();
-    if (!IsNumberFor(thing, number)) {
+    if (!IsNumber(thing)) {
       return false;
     }
-    // Digits that go beyond the integers count for the last of them; fewer are as they were read.
-    const bool mayBeClamped = number.text.size() == kLongestNumber;
-    out = static_cast<Int>(mayBeClamped ? static_cast<std::uint32_t>(IntegerIn(number.text))
-                                        : number.digits);
-    Leave(number.text.size());
+    std::size_t length = 0;
+    std::uint32_t value = 0;
+    if (!m_lexer.IsShortNumber(length, value)) {
+      const std::string_view number = m_lexer.Number();
+      if (!IsConvertible(number)) {
+        return false;
+      }
+      length = number.size();
+      value = static_cast<std::uint32_t>(IntegerIn(number));
+    }
+    m_observer.Took(thing, m_lexer.Place());
+    Leave(length);
+    out = static_cast<Int>(value);
     return true;
   }
 
   bool Float(QueryThing thing, float& out) {
-    const QueryNumber number = m_lexer.Number();
-    if (!IsNumberFor(thing, number)) {
+    if (!IsNumber(thing)) {
       return false;
     }
-    out = FloatIn(number.text);
-    Leave(number.text.size());
+    const std::string_view number = m_lexer.Number();
+    if (!IsConvertible(number)) {
+      return false;
+    }
+    m_observer.Took(thing, number.data());
+    out = FloatIn(number);
+    Leave(number.size());
     return true;
   }
 
+  bool IsNumber(QueryThing thing) {
+    if (m_lexer.IsNumber()) {
+      return true;
+    }
+    m_observer.Looked(thing);
+    return false;
+  }
+
   // A number that is too long may be passed over, and can't be converted.
-  bool IsNumberFor(QueryThing thing, const QueryNumber& number) {
-    if (number.text.empty()) {
-      m_observer.Looked(thing);
-      return false;
-    }
-    if (number.text.size() > kLongestNumber) {
-      return Refuse(QueryRule::NumberTooLong, number.text.data());
-    }
-    m_observer.Took(thing, number.text.data());
-    return true;
+  bool IsConvertible(std::string_view number) {
+    return number.size() <= kLongestNumber || Refuse(QueryRule::NumberTooLong, number.data());
   }
 
   // A place for a separator that nobody looks at.
   bool TakeAnything() {
-    const std::size_t length = m_lexer.Token().text.size();
-    if (length == 0) {
+    const std::string_view text = m_lexer.Token().text;
+    if (text.empty()) {
       m_observer.Looked(TOKEN_TYPE::Comma);
       return false;
     }
-    Leave(length);
+    m_lexer.MoveTo(text.data() + text.size());
+    m_observer.Moved();
     return true;
   }
 
@@ -442,9 +460,9 @@ class QueryParser {
     return true;
   }
 
-  // Leaves the current token of so many characters behind.
+  // Leaves the current token, which was found and has so many characters.
   void Leave(std::size_t length) {
-    m_lexer.Skip(length);
+    m_lexer.MoveBy(length);
     m_observer.Moved();
   }
 
