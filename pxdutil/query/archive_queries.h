@@ -94,8 +94,8 @@ class PXDUTIL_API CZRGSClientARCHIVEQueryWHEREClause {
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
   // Each stores the value.
-  void SetTransactionID(unsigned long value) { pxd::detail::Store(m_transactionID, value); }
-  void SetArchiveFlags(unsigned long value) { pxd::detail::Store(m_archiveFlags, value); }
+  void SetTransactionID(unsigned long value) { pxd::detail::StoreInMember(m_transactionID, value); }
+  void SetArchiveFlags(unsigned long value) { pxd::detail::StoreInMember(m_archiveFlags, value); }
 
  private:
   struct Conditions;
@@ -143,7 +143,7 @@ class PXDUTIL_API CZRGSClientARCHIVE_INFOQueryWHEREClause {
   bool Fill(const QUERY_INFO& info, pxd::detail::QueryRefusal* why);
 
   // Each stores the value.
-  void SetTransactionID(unsigned long value) { pxd::detail::Store(m_transactionID, value); }
+  void SetTransactionID(unsigned long value) { pxd::detail::StoreInMember(m_transactionID, value); }
 
  private:
   struct Conditions;

@@ -95,11 +95,11 @@ class PXDUTIL_API CZRGSClientGENERALQueryWHEREClause {
   void SetHistorySetting(int value) { m_historySetting.Keep(value); }
   void SetLastDate(const CZRDate& date) { m_lastDate.Keep(date); }
   void SetStartDate(const CZRDate& date) { m_startDate.Keep(date); }
-  void SetSymDataFlag(unsigned long value) { pxd::detail::Store(m_symDataFlag, value); }
+  void SetSymDataFlag(unsigned long value) { pxd::detail::StoreInMember(m_symDataFlag, value); }
   void SetPrefixType(unsigned char value) { m_prefixType = value; }
   void SetPrefixDir(const char* text) { m_prefixDir.Keep(text); }
   void SetPrefixName(const char* text) { m_prefixName.Keep(text); }
-  void SetTransactionID(unsigned long value) { pxd::detail::Store(m_transactionID, value); }
+  void SetTransactionID(unsigned long value) { pxd::detail::StoreInMember(m_transactionID, value); }
   void SetHistFields(const char* text) { m_histFields.Keep(text); }
   void SetReloadCache(bool value) { m_reloadCache = value; }
 

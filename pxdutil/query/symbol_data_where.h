@@ -276,14 +276,16 @@ class PXDUTIL_API CZRGSClientSYMDATAQueryWHEREClause {
   void SetArchiveFlags(unsigned long value) {
     m_given.Keep(Bit::kArchiveFlags, m_archiveFlags, value);
   }
-  void SetSymDataFlag(unsigned long value) { pxd::detail::Store(m_symDataFlag, value); }
-  void SetBarsRemaining(long value) { pxd::detail::Store(m_barsRemaining, value); }
+  void SetSymDataFlag(unsigned long value) { pxd::detail::StoreInMember(m_symDataFlag, value); }
+  void SetBarsRemaining(long value) { pxd::detail::StoreInMember(m_barsRemaining, value); }
   void SetAccountCurrency(unsigned char value) { m_accountCurrency = value; }
   void SetEcnList(const char* text) { m_ecnList = text; }
-  void SetECNOrders(const char* text) { pxd::detail::Store(m_ecnOrders, text); }
+  void SetECNOrders(const char* text) { pxd::detail::StoreInMember(m_ecnOrders, text); }
   void SetECNLevelTwoData(int value) { m_ecnLevelTwoData = value; }
   void SetECNAggregate(int value) { m_ecnAggregate = value; }
-  void SetECNOrderLevels(unsigned long value) { pxd::detail::Store(m_ecnOrderLevels, value); }
+  void SetECNOrderLevels(unsigned long value) {
+    pxd::detail::StoreInMember(m_ecnOrderLevels, value);
+  }
   void SetGroupByAdd(bool value) { m_given.Set(Bit::kGroupByAdd, value); }
 
   // Each stores the value in the chart and marks it as given; before Create they do nothing.

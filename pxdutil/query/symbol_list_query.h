@@ -209,7 +209,7 @@ class PXDUTIL_API CZRGSClientSYMLISTQueryWHEREClause {
   void SetDescriptionOperator(unsigned char value) {
     m_given.Keep(Bit::kDescription, m_descriptionOperator, value);
   }
-  void SetCountryCode(const char* text) { pxd::detail::Store(m_countryCode, text); }
+  void SetCountryCode(const char* text) { pxd::detail::StoreInMember(m_countryCode, text); }
   void SetExactMatch(bool value) { m_isExactMatch = value; }
   void SetExpired(bool value) { m_given.Keep(Bit::kExpired, m_expired, value); }
   void SetOptionableOnly(bool value) {
@@ -221,8 +221,10 @@ class PXDUTIL_API CZRGSClientSYMLISTQueryWHEREClause {
   void SetFutureTypeFlag(unsigned long value) {
     m_given.Keep(Bit::kFutureTypeFlag, m_futureTypeFlag, value);
   }
-  void SetSymbolListFlag(unsigned long value) { pxd::detail::Store(m_symbolListFlag, value); }
-  void SetCurrencyCode(unsigned long value) { pxd::detail::Store(m_currencyCode, value); }
+  void SetSymbolListFlag(unsigned long value) {
+    pxd::detail::StoreInMember(m_symbolListFlag, value);
+  }
+  void SetCurrencyCode(unsigned long value) { pxd::detail::StoreInMember(m_currencyCode, value); }
   void SetExchangeTimeName(const char* text) {
     m_given.Keep(Bit::kExchangeTimeName, m_exchangeTimeName, text);
   }

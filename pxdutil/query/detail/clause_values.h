@@ -66,15 +66,18 @@ bool GiveIf(bool isGiven, const Value& value, Out& out) {
 }
 
 // Stores what a setter was handed into its member, cut to the member's width. A null text is empty.
+//
+// It has a name that no host would choose: data points have bases in this namespace, so that a
+// host's own Store(file, points) looks for candidates here too.
 template <class Value, class Argument>
-void Store(Value& member, const Argument& argument) {
+void StoreInMember(Value& member, const Argument& argument) {
   member = static_cast<Value>(argument);
 }
-inline void Store(std::string& member, const char* text) {
+inline void StoreInMember(std::string& member, const char* text) {
   member = text != nullptr ? text : "";
 }
 template <std::size_t kSize>
-void Store(FixedText<kSize>& member, const char* text) {
+void StoreInMember(FixedText<kSize>& member, const char* text) {
   member = text;
 }
 
@@ -96,7 +99,7 @@ class FlagBytes {
   }
   template <class Value, class Argument>
   void Keep(Bit bit, Value& member, const Argument& argument) {
-    Store(member, argument);
+    StoreInMember(member, argument);
     Set(bit);
   }
 
@@ -117,7 +120,7 @@ class Worded {
   }
   template <class Argument>
   void Keep(const Argument& argument) {
-    Store(m_value, argument);
+    StoreInMember(m_value, argument);
     m_isSet = 1;
   }
   [[nodiscard]] bool IsSet() const { return m_isSet != 0; }
