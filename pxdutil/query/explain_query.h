@@ -13,7 +13,8 @@
 //
 // It runs the parser that GetQueryInfo runs and builds the query with the class of its source, so
 // it always agrees with both. It keeps nothing between calls, so any number of threads may call it
-// at once. It allocates what it returns, and for a text that parses one QUERY_INFO meanwhile.
+// at once. It allocates what it returns, and meanwhile a copy of the text and, for one that parses,
+// a QUERY_INFO.
 #ifndef PXDUTIL_QUERY_EXPLAIN_QUERY_H
 #define PXDUTIL_QUERY_EXPLAIN_QUERY_H
 
