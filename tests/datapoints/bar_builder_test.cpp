@@ -354,10 +354,10 @@ TEST(BarBuilder, AsksAClassOfTheCallersForEveryTrade) {
     AddDataPtReturn AddDataPt(const CDPDataPt* point, const CResoln& resolution,
                               const CZRGSSession& session, int startNew, TrendType& trend,
                               const CDPDataPt* previous) override {
-      ++offered;
+      before.push_back(previous);
       return CDPCDblOHLCUDUT::AddDataPt(point, resolution, session, startNew, trend, previous);
     }
-    int offered = 0;
+    std::vector<const CDPDataPt*> before;
   };
   const CZRGSSession calendar(Weekdays(0, 0));
   Halving bar;
@@ -365,7 +365,7 @@ TEST(BarBuilder, AsksAClassOfTheCallersForEveryTrade) {
   pxd::BarBuilder builder(bar, Of(1, kDays), calendar, kept);
   const std::vector<CDPTDblDblTick> trades(3, Trade(session_test::Day(1, 10, 0), 8.0F));
   EXPECT_EQ(builder.Add(trades), 3U);
-  EXPECT_EQ(bar.offered, 3);
+  EXPECT_EQ(bar.before, (std::vector<const CDPDataPt*>{nullptr, &trades[0], &trades[1]}));
   EXPECT_EQ(Float(bar, 0), 4.0F);
   EXPECT_EQ(Float(bar, 3), 4.0F);
 }
