@@ -453,4 +453,9 @@ TEST(SymbolDataWhere, AValueWithoutItsNulEndsWithItsArray) {
   EXPECT_EQ(Read<&Where::GetECNOrders>(where), std::string(4096, 'x'));
 }
 
+TEST(SymbolDataWhere, AGroupIsAddedToFromTheStart) {
+  const CZRGSClientSYMDATAQuery query;
+  EXPECT_TRUE(query.GetWHEREClause()->IsGroupByAdd());
+}
+
 }  // namespace
