@@ -1,5 +1,9 @@
 #include <pxdutil/foundation/file.h>
 
+#if defined(__linux__)
+#include <sys/stat.h>
+#endif
+
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -246,6 +250,28 @@ TEST_F(FileOnDisk, AFullDiskIsToldAtClosingToo) {
   ASSERT_NE(error, nullptr);
   EXPECT_EQ(error->m_cause, CFileException::diskFull);
   file.Close();
+}
+
+// At the front of a process's memory there is nothing to read.
+TEST_F(FileOnDisk, AFileThatFailsToBeReadThrows) {
+  constexpr const char* kMemory = "/proc/self/mem";
+  if (!std::filesystem::exists(kMemory)) {
+    GTEST_SKIP() << "there is no " << kMemory;
+  }
+  CFile file(kMemory, CFile::modeRead);
+  const auto unread = ThrownBy<CFileException>([&] { ReadAll(file); });
+  ASSERT_NE(unread, nullptr);
+  EXPECT_EQ(unread->m_cause, CFileException::hardIO);
+  EXPECT_STREQ(unread->m_strFileName, kMemory);
+}
+
+// A pipe has neither a length nor a place.
+TEST_F(FileOnDisk, APipeHasNoPlace) {
+  ASSERT_EQ(mkfifo(Path(), 0600), 0);
+  CFile file(Path(), CFile::modeReadWrite);
+  const auto error = ThrownBy<CFileException>([&] { static_cast<void>(file.GetPosition()); });
+  ASSERT_NE(error, nullptr);
+  EXPECT_EQ(error->m_cause, CFileException::badSeek);
 }
 #endif
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <random>
 #include <set>
 #include <thread>
@@ -17,6 +18,7 @@ namespace {
 
 using Field = CZRGSQuote::ZRGS_QUOTE_FIELD;
 using pxd::test::AllocationCounter;
+using pxd::test::BlocksInUse;
 using pxd::test::ScarceMemory;
 
 // More than a thread ever keeps.
@@ -193,6 +195,17 @@ TEST_F(QuotePoolStacks, ThreadsMayEndWhileThePoolIsInUseAndWhileItCloses) {
     }
     CZRGSQuote::Init();
   }
+}
+
+TEST_F(QuotePoolStacks, AThreadThatEndsWithoutMemoryToLeaveItsNodesFreesThem) {
+  const std::size_t before = BlocksInUse();
+  std::optional<ScarceMemory> scarce;
+  OnAThread([&] {
+    Give(Take(5));
+    scarce.emplace(0);
+  });
+  scarce.reset();
+  EXPECT_EQ(BlocksInUse(), before);
 }
 
 TEST_F(QuotePoolStacks, AThreadsOwnQuotesMayOutliveItsNodes) {

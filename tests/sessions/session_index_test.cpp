@@ -219,6 +219,7 @@ TEST(SessionAnswerSpan, IsUnknownWhereTheAnswerMayComeFromElsewhere) {
   pxd::AnswerSpan span;
   EXPECT_FALSE(calendar.FindAnswerSpan(CZRGSSession::ResetNone, noon, span)) << "never asked";
   EXPECT_TRUE(isKnown(calendar, CZRGSSession::ResetNone, noon));
+  EXPECT_FALSE(calendar.FindAnswerSpan(CZRGSSession::ResetMonth, noon, span)) << "no month asked";
   EXPECT_TRUE(isKnown(calendar, CZRGSSession::ResetMonth, noon));
   EXPECT_FALSE(isKnown(calendar, CZRGSSession::ResetYear, noon));
   EXPECT_FALSE(isKnown(calendar, static_cast<CZRGSSession::ResetType>(5), noon));
