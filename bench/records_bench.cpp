@@ -76,7 +76,7 @@ void RecordsLoaded(benchmark::State& state) {
 }
 BENCHMARK(RecordsLoaded)->Unit(benchmark::kMillisecond);
 
-void SeriesStored(benchmark::State& state) {
+void RecordsStoredAtOnce(benchmark::State& state) {
   const std::vector<CDPSTDblOHLCUDUT> bars = Bars();
   CMemFile file;
   for (auto _ : state) {
@@ -87,9 +87,9 @@ void SeriesStored(benchmark::State& state) {
   }
   CountBars(state);
 }
-BENCHMARK(SeriesStored)->Unit(benchmark::kMillisecond);
+BENCHMARK(RecordsStoredAtOnce)->Unit(benchmark::kMillisecond);
 
-void SeriesLoaded(benchmark::State& state) {
+void RecordsLoadedAtOnce(benchmark::State& state) {
   std::vector<CDPSTDblOHLCUDUT> bars = Bars();
   CMemFile file;
   CArchive out(&file, CArchive::store);
@@ -104,6 +104,6 @@ void SeriesLoaded(benchmark::State& state) {
   }
   CountBars(state);
 }
-BENCHMARK(SeriesLoaded)->Unit(benchmark::kMillisecond);
+BENCHMARK(RecordsLoadedAtOnce)->Unit(benchmark::kMillisecond);
 
 }  // namespace
