@@ -201,10 +201,9 @@ class PlainParser {
       if (Word("CHART")) {
         return Chart();
       }
-      if (m_query.whatCount == m_query.what.size() || !Number(m_query.what[m_query.whatCount])) {
+      if (!NumberInto(m_query.what, m_query.whatCount)) {
         return false;
       }
-      ++m_query.whatCount;
     } while (Sign(','));
     return true;
   }
@@ -214,14 +213,7 @@ class PlainParser {
         !Unit() || !Sign(',') || !Number(m_query.primaryField)) {
       return false;
     }
-    while (Sign(',')) {
-      if (m_query.snapshotCount == m_query.snapshot.size() ||
-          !Number(m_query.snapshot[m_query.snapshotCount])) {
-        return false;
-      }
-      ++m_query.snapshotCount;
-    }
-    return Sign(')');
+    return NumbersInto(m_query.snapshot, m_query.snapshotCount) && Sign(')');
   }
 
   bool Conditions() {
@@ -239,15 +231,26 @@ class PlainParser {
   }
 
   bool Group() {
-    if (!Number(m_query.group)) {
+    return Number(m_query.group) && NumbersInto(m_query.groupNumbers, m_query.groupCount);
+  }
+
+  // One more number of a list.
+  template <class List>
+  bool NumberInto(List& list, std::uint8_t& count) {
+    if (count == list.size() || !Number(list[count])) {
       return false;
     }
+    ++count;
+    return true;
+  }
+
+  // All that follow, each behind a comma.
+  template <class List>
+  bool NumbersInto(List& list, std::uint8_t& count) {
     while (Sign(',')) {
-      if (m_query.groupCount == m_query.groupNumbers.size() ||
-          !Number(m_query.groupNumbers[m_query.groupCount])) {
+      if (!NumberInto(list, count)) {
         return false;
       }
-      ++m_query.groupCount;
     }
     return true;
   }
