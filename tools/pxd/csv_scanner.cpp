@@ -35,7 +35,7 @@ class Stops {
       m_next += kStep;
       m_found = Among(WordAt(m_begin));
     }
-    static_assert(std::endian::native == std::endian::little);
+    static_assert(std::endian::native == std::endian::little, "the first byte must be the lowest");
     const auto place = static_cast<std::size_t>(std::countr_zero(m_found)) / 8;
     m_found &= m_found - 1;
     return m_begin + place;
