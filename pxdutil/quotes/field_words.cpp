@@ -59,7 +59,7 @@ constexpr std::size_t kValueBuffer = 100;
 
 const char* CZRGSQuote::GetFieldName(const ZRGS_QUOTE_FIELD* field) {
   const std::uint16_t id = field->wFieldID;
-  const auto* const found = std::lower_bound(
+  const auto found = std::lower_bound(
       std::begin(kFieldWords), std::end(kFieldWords), id,
       [](const pxd::detail::FieldWord& word, std::uint16_t wanted) { return word.id < wanted; });
   return found != std::end(kFieldWords) && found->id == id ? found->name : nullptr;

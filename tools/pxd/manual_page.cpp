@@ -29,8 +29,8 @@ std::string Escaped(std::string_view text) {
   // A dot ahead of a line would begin a request.
   std::string escaped = text.substr(0, 1) == "." ? "\\&" : "";
   for (const char c : text) {
-    const auto* const found = std::find_if(kEscapes.begin(), kEscapes.end(),
-                                           [c](const Escape& row) { return row.c == c; });
+    const auto found = std::find_if(kEscapes.begin(), kEscapes.end(),
+                                    [c](const Escape& row) { return row.c == c; });
     if (found == kEscapes.end()) {
       escaped += c;
     } else {

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 
 #include "words.h"
@@ -81,11 +80,14 @@ std::optional<CZRTime> TakeTime(std::string_view& text) {
     }
     second = *seconds;
     if (TakeChar(rest, '.') || TakeChar(rest, ',')) {
-      const auto* const end = std::find_if_not(rest.begin(), rest.end(), IsDigit);
-      if (end == rest.begin()) {
+      std::size_t digits = 0;
+      while (digits < rest.size() && IsDigit(rest[digits])) {
+        ++digits;
+      }
+      if (digits == 0) {
         return std::nullopt;
       }
-      rest.remove_prefix(static_cast<std::size_t>(end - rest.begin()));
+      rest.remove_prefix(digits);
     }
   }
   const CZRTime time(*hour, *minute, second);
