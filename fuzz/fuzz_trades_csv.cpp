@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -78,11 +79,36 @@ class CheckOrder final : public PointSink {
     Require(stamp.IsNullDateTime() == 0, "a bar without a time was handed on");
     Require(m_last.IsNullDateTime() != 0 || m_last <= stamp, "bars went back in time");
     m_last = stamp;
+    m_bars.push_back(static_cast<const CDPCDblOHLCUDUT&>(point));
   }
+  [[nodiscard]] const std::vector<CDPCDblOHLCUDUT>& Bars() const { return m_bars; }
 
  private:
   CZRDateTime m_last;
+  std::vector<CDPCDblOHLCUDUT> m_bars;
 };
+
+// The bars of the ticks, of which so many are offered at a time, and what became of the ticks.
+void Build(const std::vector<CDPTDblDblTick>& ticks, std::size_t atATime, CheckOrder& sink,
+           FeedCounts& counts, std::size_t& firstLate) {
+  ZRGS_SESSION week;
+  CZRGSSession::BuildZRGS_SESSIONFromString(
+      "5:2010,2400,30,10,1;3450,3840,30,10,1;4890,5280,30,10,1;6330,6720,30,10,1;7770,8160,30,10,1",
+      week);
+  const auto feed = MakeBarFeed(CFieldResoln(ZRGS_FIELD_RESOLUTION{201, {3, 1}}), week, sink);
+  firstLate = ticks.size();
+  for (std::span<const CDPTDblDblTick> rest = ticks; !rest.empty();) {
+    const auto some = rest.first(std::min(atATime, rest.size()));
+    const std::size_t late = feed->OfferAll(some);
+    if (late != some.size()) {
+      firstLate = std::min(firstLate, ticks.size() - rest.size() + late);
+    }
+    rest = rest.subspan(some.size());
+  }
+  feed->Finish();
+  counts = feed->Counts();
+  Require(counts.taken + counts.outside + counts.leftOut == ticks.size(), "a trade went missing");
+}
 
 }  // namespace
 
@@ -96,23 +122,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Outcome whole = ReadInPieces(text, text.size() + 1, skipBad);
   Require(whole == ReadInPieces(text, piece, skipBad), "where the bytes are cut made a difference");
 
-  ZRGS_SESSION week;
-  CZRGSSession::BuildZRGS_SESSIONFromString(
-      "5:2010,2400,30,10,1;3450,3840,30,10,1;4890,5280,30,10,1;6330,6720,30,10,1;7770,8160,30,10,1",
-      week);
   static const BuiltInCatalogue catalogue;
   CZRGSQuote::Init();
   {
-    CheckOrder sink;
-    TradeTicks ticks;
-    const auto feed = MakeBarFeed(CFieldResoln(ZRGS_FIELD_RESOLUTION{201, {3, 1}}), week, sink);
-    for (const Trade& trade : whole.trades) {
-      feed->Offer(ticks.TickOf(trade));
+    TradeTicks maker;
+    std::vector<CDPTDblDblTick> ticks(whole.trades.size());
+    for (std::size_t i = 0; i < ticks.size(); ++i) {
+      maker.Fill(ticks[i], whole.trades[i]);
     }
-    feed->Finish();
-    const FeedCounts counts = feed->Counts();
-    Require(counts.taken + counts.outside + counts.leftOut == whole.trades.size(),
-            "a trade went missing");
+    CheckOrder one;
+    CheckOrder some;
+    FeedCounts countsOfOne;
+    FeedCounts countsOfSome;
+    std::size_t lateOfOne = 0;
+    std::size_t lateOfSome = 0;
+    Build(ticks, 1, one, countsOfOne, lateOfOne);
+    Build(ticks, piece, some, countsOfSome, lateOfSome);
+    Require(countsOfOne == countsOfSome && lateOfOne == lateOfSome && one.Bars() == some.Bars(),
+            "how many ticks were offered at a time made a difference");
   }
   CZRGSQuote::UnInit();
   return 0;

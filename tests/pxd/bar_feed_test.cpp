@@ -2,9 +2,11 @@
 // that nothing is allocated for a trade.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -73,7 +75,7 @@ Result Feed(const std::string& resolution, const std::string& sessions,
   TradeTicks ticks;
   for (const Row& row : rows) {
     Trade trade;
-    trade.when = ReadDateTime(row.when).value();
+    trade.when = ReadDateTime(row.when);
     trade.price = row.price;
     trade.volume = row.volume;
     feed->Offer(ticks.TickOf(trade));
@@ -289,6 +291,58 @@ TEST(BarFeed, EveryTradeIsCountedOnce) {
   for (const char* resolution : {"1t", "3t", "10s", "1m", "1d", "1w", "1mo"}) {
     const FeedCounts counts = Feed(resolution, kStocks, rows).counts;
     EXPECT_EQ(counts.taken + counts.outside + counts.leftOut, rows.size()) << resolution;
+  }
+}
+
+TEST(BarFeed, HowManyTicksAreOfferedAtATimeMakesNoDifference) {
+  const BuiltInCatalogue catalogue;
+  // Two days and the night between, in steps of up to five minutes, some of them back.
+  std::vector<CDPTDblDblTick> ticks(2000);
+  TradeTicks maker;
+  std::uint32_t state = 7;
+  const auto below = [&state](std::uint32_t limit) {
+    state = state * 1664525 + 1013904223;
+    return (state >> 16) % limit;
+  };
+  CZRDateTime when(CZRDate(3, 4, 2024), CZRTime(9, 0, 0));
+  std::size_t firstLate = ticks.size();
+  CZRDateTime latest = when;
+  for (std::size_t i = 0; i < ticks.size(); ++i) {
+    when = Shifted(when, below(9) == 0 ? -static_cast<int>(below(90))
+                                       : static_cast<int>(below(i < 1000 ? 300 : 3)));
+    if (when < latest && firstLate == ticks.size()) {
+      firstLate = i;
+    }
+    latest = std::max(latest, when);
+    maker.Fill(ticks[i], {when, 100.0 + below(50), 1.0 + below(9), 0});
+  }
+  ASSERT_LT(firstLate, ticks.size());
+
+  for (const char* resolution : {"1t", "7t", "10s", "1m", "1d"}) {
+    std::vector<std::string> lines;
+    FeedCounts counts;
+    for (const std::size_t atATime :
+         {std::size_t{1}, std::size_t{2}, std::size_t{17}, std::size_t{256}, ticks.size()}) {
+      Lines built;
+      const auto feed = MakeBarFeed(Pair(resolution), Week(kStocks), built);
+      std::size_t late = ticks.size();
+      for (std::size_t at = 0; at < ticks.size(); at += atATime) {
+        const auto some = std::span(ticks).subspan(at, std::min(atATime, ticks.size() - at));
+        const std::size_t found = feed->OfferAll(some);
+        late = found == some.size() ? late : std::min(late, at + found);
+      }
+      feed->Finish();
+      EXPECT_EQ(late, firstLate) << resolution << " by " << atATime;
+      if (atATime == 1) {
+        lines = built.lines;
+        counts = feed->Counts();
+        EXPECT_GT(lines.size(), 1U);
+        EXPECT_GT(counts.outside, 0U);
+        EXPECT_GT(counts.leftOut, 0U);
+      }
+      EXPECT_EQ(built.lines, lines) << resolution << " by " << atATime;
+      EXPECT_EQ(feed->Counts(), counts) << resolution << " by " << atATime;
+    }
   }
 }
 

@@ -120,7 +120,7 @@ Built Build(const std::string& path, const std::string& sessions, const TradeOpt
 
 // Publishers stamp a bar at its start, the library at its close.
 CZRDateTime CloseOfMinute(const std::string& date, const std::string& time) {
-  return Shifted(CZRDateTime(ReadDate(date).value(), ReadTime(time).value()), 60).value();
+  return Shifted(CZRDateTime(ReadDate(date), ReadTime(time)), 60);
 }
 
 // Whether the float shows as the published text, to its last digit.
@@ -134,7 +134,7 @@ void ExpectPublished(float value, const std::string& text, const std::string& wh
 
 TEST_F(RealData, QuotesOfEurUsdGiveThePublishersMinutes) {
   for (const char* day : {"20140504", "20140505"}) {
-    const std::string date = ReadDate(day) ? DateText(*ReadDate(day)) : "";
+    const std::string date = ReadDate(day) == CZRDate() ? "" : DateText(ReadDate(day));
     const auto published = Rows("eurusd_" + std::string(day) + "_minute.csv");
     for (const std::string side : {"bid", "ask"}) {
       TradeOptions options;
@@ -171,8 +171,8 @@ TEST_F(RealData, SecondsOfBtcUsdGiveThePublishersMinutes) {
         second.SetStringValForCol(column, row.at(columns[column]).c_str());
       }
     }
-    const CZRDateTime start(ReadDate(row.at("date")).value(), ReadTime(row.at("time")).value());
-    second.SetZRDateTime(Shifted(start, 1).value());
+    const CZRDateTime start(ReadDate(row.at("date")), ReadTime(row.at("time")));
+    second.SetZRDateTime(Shifted(start, 1));
 
     CDPCDataPtCalculated::TrendType trend = CDPCDataPtCalculated::TrendUp;
     auto result = minute.AddDataPt(&second, kMinute, calendar, 0, trend, nullptr);
@@ -302,7 +302,7 @@ void ExpectDay(const CZRGSSession& calendar, const TradingDay& day) {
 }
 
 CZRDateTime Local(const std::string& utc, std::int32_t hours) {
-  return utc.empty() ? CZRDateTime() : Shifted(ReadDateTime(utc).value(), hours * 3600).value();
+  return utc.empty() ? CZRDateTime() : Shifted(ReadDateTime(utc), hours * 3600);
 }
 
 // From the second Sunday of March to the first of November clocks in New York are an hour ahead.
@@ -326,7 +326,7 @@ TEST_F(RealData, NewYorksSessionsComeOutOfTheLookups) {
   std::size_t ordinary = 0;
   const auto rows = Rows("session_tables/xnys.csv");
   for (const auto& row : rows) {
-    const std::int32_t hours = NewYorkHours(ReadDateTime(row.at("open")).value().GetDate());
+    const std::int32_t hours = NewYorkHours(ReadDateTime(row.at("open")).GetDate());
     const TradingDay day = {Local(row.at("open"), hours), Local(row.at("close"), hours), {}, {}};
     if (Minutes(day.open, day.close) == 390.0) {
       ++ordinary;

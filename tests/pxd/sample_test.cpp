@@ -45,7 +45,7 @@ class Trades final : public TradeSink {
 };
 
 CZRDateTime At(const char* text) {
-  return ReadDateTime(text).value();
+  return ReadDateTime(text);
 }
 
 TEST(Sample, TheGeneratorGivesItsPublishedNumbers) {

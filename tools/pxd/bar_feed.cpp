@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include <pxdutil/datapoints/bars/bar_builder.h>
 #include <pxdutil/datapoints/calculated.h>
 #include <pxdutil/datapoints/ohlc_bars.h>
@@ -30,24 +32,31 @@ class FeedBase : public BarFeed {
  public:
   FeedBase(const ZRGS_SESSION& week, PointSink& sink) : m_calendar(week), m_sink(sink) {}
 
-  bool Offer(const CDPTDblDblTick& tick) final {
-    const CZRDateTime moment = tick.GetDPST().GetDateTime();
-    const bool late = m_latest.IsNullDateTime() == 0 && moment < m_latest;
-    if (late) {
+  std::size_t OfferAll(std::span<const CDPTDblDblTick> ticks) final {
+    std::size_t firstLate = ticks.size();
+    std::size_t taken = 0;
+    for (std::size_t i = 0; i < ticks.size(); ++i) {
+      const CZRDateTime moment = ticks[i].GetDPST().GetDateTime();
+      if (moment >= m_latest) {
+        m_latest = moment;
+        continue;
+      }
+      firstLate = std::min(firstLate, i);
+      TakeRun(ticks.subspan(taken, i - taken));
       ++m_counts.late;
-      ++(TakeLate(tick) ? m_counts.taken : m_counts.leftOut);
-      return true;
+      ++(TakeLate(ticks[i]) ? m_counts.taken : m_counts.leftOut);
+      taken = i + 1;
     }
-    m_latest = moment;
-    ++(TakeInOrder(tick) ? m_counts.taken : m_counts.outside);
-    return false;
+    TakeRun(ticks.subspan(taken));
+    return firstLate;
   }
 
   [[nodiscard]] FeedCounts Counts() const override { return m_counts; }
 
  protected:
+  // How many of the ticks were taken.
+  virtual std::size_t TakeInOrder(std::span<const CDPTDblDblTick> ticks) = 0;
   // Whether the tick was taken.
-  virtual bool TakeInOrder(const CDPTDblDblTick& tick) = 0;
   virtual bool TakeLate(const CDPTDblDblTick&) { return false; }
 
   void Emit(CDPDataPt& point) {
@@ -69,8 +78,16 @@ class FeedBase : public BarFeed {
 
   CZRGSSession m_calendar;
   PointSink& m_sink;
+
+ private:
+  void TakeRun(std::span<const CDPTDblDblTick> ticks) {
+    const std::size_t taken = TakeInOrder(ticks);
+    m_counts.taken += taken;
+    m_counts.outside += ticks.size() - taken;
+  }
+
   FeedCounts m_counts;
-  CZRDateTime m_latest;
+  CZRDateTime m_latest{CZRDate(0), CZRTime(0U)};
 };
 
 bool IsTaken(BarBuilder::Result result) {
@@ -87,7 +104,9 @@ class IntradayFeed final : public FeedBase, private BarSink {
   void Finish() override { m_builder.Finish(); }
 
  protected:
-  bool TakeInOrder(const CDPTDblDblTick& tick) override { return IsTaken(m_builder.Add(tick)); }
+  std::size_t TakeInOrder(std::span<const CDPTDblDblTick> ticks) override {
+    return m_builder.Add(ticks);
+  }
   bool TakeLate(const CDPTDblDblTick& tick) override { return m_builder.AddLate(tick); }
 
  private:
@@ -106,7 +125,16 @@ class PeriodFeed final : public BarFeed, private PointSink, private BarSink {
         m_builder(*m_bar, pair.GetResoln(), m_calendar, *this),
         m_minutes(MinutesOf(pair), week, *this) {}
 
-  bool Offer(const CDPTDblDblTick& tick) override { return m_minutes.Offer(tick); }
+  // One by one, since the ticks in a minute are counted as it is handed on.
+  std::size_t OfferAll(std::span<const CDPTDblDblTick> ticks) override {
+    std::size_t firstLate = ticks.size();
+    for (std::size_t i = 0; i < ticks.size(); ++i) {
+      if (m_minutes.Offer(ticks[i])) {
+        firstLate = std::min(firstLate, i);
+      }
+    }
+    return firstLate;
+  }
 
   void Finish() override {
     m_minutes.Finish();
@@ -152,13 +180,15 @@ class TickSeriesFeed final : public FeedBase {
   void Finish() override {}
 
  protected:
-  bool TakeInOrder(const CDPTDblDblTick& tick) override {
-    if (SessionCloseAt(m_latest).IsNullDateTime() != 0) {
-      return false;
+  std::size_t TakeInOrder(std::span<const CDPTDblDblTick> ticks) override {
+    std::size_t taken = 0;
+    for (CDPTDblDblTick tick : ticks) {
+      if (SessionCloseAt(tick.GetDPST().GetDateTime()).IsNullDateTime() == 0) {
+        Emit(tick);
+        ++taken;
+      }
     }
-    CDPTDblDblTick taken = tick;
-    Emit(taken);
-    return true;
+    return taken;
   }
 };
 
@@ -178,8 +208,15 @@ class TickBarFeed final : public FeedBase {
   }
 
  protected:
-  bool TakeInOrder(const CDPTDblDblTick& tick) override {
-    const CZRDateTime close = SessionCloseAt(m_latest);
+  std::size_t TakeInOrder(std::span<const CDPTDblDblTick> ticks) override {
+    const auto isTaken = [this](const CDPTDblDblTick& tick) { return Take(tick); };
+    return static_cast<std::size_t>(std::count_if(ticks.begin(), ticks.end(), isTaken));
+  }
+
+ private:
+  bool Take(const CDPTDblDblTick& tick) {
+    const CZRDateTime moment = tick.GetDPST().GetDateTime();
+    const CZRDateTime close = SessionCloseAt(moment);
     if (close.IsNullDateTime() != 0) {
       return false;
     }
@@ -189,14 +226,13 @@ class TickBarFeed final : public FeedBase {
     }
     Calculated::TrendType trend = Calculated::TrendUp;
     m_bar->IncludeDataPtData(&tick, trend, nullptr);
-    m_bar->SetZRDateTime(m_latest);
+    m_bar->SetZRDateTime(moment);
     if (++m_ticks == m_ticksPerBar) {
       Finish();
     }
     return true;
   }
 
- private:
   unsigned m_ticksPerBar;
   unsigned m_ticks = 0;
   std::unique_ptr<Calculated> m_bar;

@@ -16,8 +16,10 @@
 #ifndef PXDUTIL_TOOLS_PXD_BAR_FEED_H
 #define PXDUTIL_TOOLS_PXD_BAR_FEED_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include <pxdutil/datapoints/data_point.h>
@@ -40,14 +42,19 @@ struct FeedCounts {
   std::uint64_t late = 0;     // all that went back in time; those that were taken count there too
   std::uint64_t leftOut = 0;  // the late ones that weren't taken
   std::uint64_t points = 0;   // points handed on
+
+  friend bool operator==(const FeedCounts&, const FeedCounts&) = default;
 };
 
 class BarFeed {
  public:
   virtual ~BarFeed() = default;
 
-  // Offers a tick; finished points go to the sink meanwhile. Whether the tick was late.
-  virtual bool Offer(const CDPTDblDblTick& tick) = 0;
+  // Offers ticks; finished points go to the sink meanwhile. The place of the first tick that was
+  // late, or their number where none was.
+  virtual std::size_t OfferAll(std::span<const CDPTDblDblTick> ticks) = 0;
+  // Offers one. Whether it was late.
+  bool Offer(const CDPTDblDblTick& tick) { return OfferAll({&tick, 1}) == 0; }
   // Hands on the point that is still being built. Nothing may be offered behind it.
   virtual void Finish() = 0;
   [[nodiscard]] virtual FeedCounts Counts() const = 0;

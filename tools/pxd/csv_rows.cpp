@@ -8,7 +8,8 @@ namespace pxd::tool {
 
 bool ReadCsv(std::string_view text, std::vector<CsvRow>& rows) {
   CsvScanner csv(std::numeric_limits<std::size_t>::max());
-  while (csv.Next(text) || csv.Finish()) {
+  csv.Give(text);
+  while (csv.Next() || csv.Finish()) {
     rows.push_back({csv.Line(), {csv.Fields().begin(), csv.Fields().end()}});
     if (csv.RowFault() != CsvScanner::Fault::kNone) {
       return false;

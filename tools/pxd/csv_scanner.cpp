@@ -1,6 +1,7 @@
 #include "csv_scanner.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <utility>
@@ -19,62 +20,18 @@ constexpr bool IsLineEnd(char c) {
   return c == '\n' || c == '\r';
 }
 
-// The bytes at which the search through a plain row stops: marks, separators and line ends. It
-// looks at eight bytes at a time, since most of them are none.
-class Stops {
- public:
-  explicit Stops(std::string_view bytes) : m_bytes(bytes) {}
+static_assert(std::endian::native == std::endian::little, "the first byte must be the lowest");
 
-  // Where the next one stands; the size of the bytes where there is none.
-  std::size_t Next() {
-    while (m_found == 0) {
-      if (m_next >= m_bytes.size()) {
-        return m_bytes.size();
-      }
-      m_begin = m_next;
-      m_next += kStep;
-      m_found = Among(WordAt(m_begin));
-    }
-    static_assert(std::endian::native == std::endian::little, "the first byte must be the lowest");
-    const auto place = static_cast<std::size_t>(std::countr_zero(m_found)) / 8;
-    m_found &= m_found - 1;
-    return m_begin + place;
-  }
-
- private:
-  static constexpr std::size_t kStep = sizeof(std::uint64_t);
-  static constexpr std::uint64_t kEach = 0x0101010101010101U;
-  static constexpr std::uint64_t kLow = kEach * 0x7F;
-
-  // Behind the end there are zeros, which are no stops.
-  [[nodiscard]] std::uint64_t WordAt(std::size_t begin) const {
-    std::uint64_t word = 0;
-    if (m_bytes.size() - begin >= kStep) {
-      std::memcpy(&word, m_bytes.data() + begin, kStep);
-    } else {
-      std::memcpy(&word, m_bytes.data() + begin, m_bytes.size() - begin);
-    }
-    return word;
-  }
-
-  // The top bit of each byte that isn't `c`; the other bits mean nothing.
-  static std::uint64_t Others(std::uint64_t word, char c) {
-    const std::uint64_t different = word ^ (kEach * static_cast<unsigned char>(c));
-    return ((different & kLow) + kLow) | different;
-  }
-
-  // The top bit of each byte at which to stop.
-  static std::uint64_t Among(std::uint64_t word) {
-    return ~(Others(word, kSeparator) & Others(word, '\n') & Others(word, '\r') &
-             Others(word, kMark)) &
-           (kEach * 0x80);
-  }
-
-  std::string_view m_bytes;
-  std::size_t m_begin = 0;
-  std::size_t m_next = 0;
-  std::uint64_t m_found = 0;
-};
+// A bit for each of the eight bytes, the first the lowest: whether it is kSeparator or below.
+constexpr std::uint64_t StopsAmong(std::uint64_t word) {
+  constexpr std::uint64_t kEach = 0x0101010101010101U;
+  constexpr std::uint64_t kRest = 0x7F - static_cast<std::uint64_t>(kSeparator);
+  static_assert(kMark < kSeparator && '\n' < kSeparator && '\r' < kSeparator);
+  // Above the separator the sum has the byte's top bit, if the byte itself hasn't.
+  const std::uint64_t above = ((word & (kEach * 0x7F)) + kEach * kRest) | word;
+  // The product moves the lowest bit of each byte to its place in the highest byte.
+  return ((~above >> 7 & kEach) * 0x0102040810204080U) >> 56;
+}
 
 std::string_view WithoutBlanks(const char* first, const char* last) {
   while (first != last && IsBlank(*first)) {
@@ -88,50 +45,101 @@ std::string_view WithoutBlanks(const char* first, const char* last) {
 
 }  // namespace
 
-bool CsvScanner::Next(std::string_view& bytes) {
-  while (!bytes.empty()) {
-    if (m_place == Place::kBetweenRows && NextPlain(bytes)) {
+void CsvScanner::Stops::Begin(std::string_view bytes) {
+  m_block = bytes.data();
+  m_end = m_block + bytes.size();
+  m_found = Among(m_block, m_end);
+}
+
+void CsvScanner::Stops::SkipTo(const char* place) {
+  if (place - m_block < kBlock) {
+    m_found &= ~std::uint64_t{0} << (place - m_block);
+  } else {
+    m_block = place;
+    m_found = Among(m_block, m_end);
+  }
+}
+
+inline const char* CsvScanner::Stops::Next() {
+  while (m_found == 0) {
+    if (m_end - m_block <= kBlock) {
+      return m_end;
+    }
+    m_block += kBlock;
+    m_found = Among(m_block, m_end);
+  }
+  const int place = std::countr_zero(m_found);
+  m_found &= m_found - 1;
+  return m_block + place;
+}
+
+std::uint64_t CsvScanner::Stops::Among(const char* block, const char* end) {
+  // Behind the end there is what is no stop.
+  std::array<char, kBlock> last;
+  if (end - block < kBlock) {
+    last.fill('x');
+    std::copy(block, end, last.begin());
+    block = last.data();
+  }
+  constexpr std::size_t kWord = sizeof(std::uint64_t);
+  std::uint64_t found = 0;
+  for (std::size_t i = 0; i < kBlock; i += kWord) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, block + i, kWord);
+    found |= StopsAmong(word) << i;
+  }
+  return found;
+}
+
+void CsvScanner::Give(std::string_view bytes) {
+  m_at = bytes.data();
+  m_end = m_at + bytes.size();
+  m_stops.Begin(bytes);
+}
+
+bool CsvScanner::Next() {
+  while (m_at != m_end) {
+    if (m_place == Place::kBetweenRows && NextPlain()) {
       return true;
     }
-    if (bytes.empty()) {
+    if (m_at == m_end) {
       return false;
     }
-    const char c = bytes.front();
-    bytes.remove_prefix(1);
-    if (Take(c)) {
+    if (Take(*m_at++)) {
       return true;
     }
   }
   return false;
 }
 
-// Splits a row that lies in `bytes` whole and has no quotation mark, which most rows do. Blank
-// lines in front of it are taken off in any case.
-bool CsvScanner::NextPlain(std::string_view& bytes) {
-  const char* at = bytes.data();
-  const char* const end = at + bytes.size();
-  for (; at != end && (IsBlank(*at) || IsLineEnd(*at)); ++at) {
-    CountLine(*at);
+// Splits a row that lies in the piece whole and has no quotation mark, which most rows do. Blank
+// lines in front of it are passed over in any case.
+bool CsvScanner::NextPlain() {
+  for (; m_at != m_end && (IsBlank(*m_at) || IsLineEnd(*m_at)); ++m_at) {
+    CountLine(*m_at);
   }
-  bytes.remove_prefix(static_cast<std::size_t>(at - bytes.data()));
-
-  // A row that is too long is left to the count of the careful way.
-  const std::string_view row = bytes.substr(0, m_longestRow);
-  Stops stops(row);
+  m_stops.SkipTo(m_at);
+  Stops stops = m_stops;
   m_fields.clear();
-  for (std::size_t first = 0;;) {
-    const std::size_t stop = stops.Next();
-    if (stop == row.size() || row[stop] == kMark) {
+  for (const char* first = m_at;;) {
+    const char* const stop = stops.Next();
+    // A row that is too long is left to the count of the careful way.
+    if (stop == m_end || *stop == kMark || static_cast<std::size_t>(stop - m_at) >= m_longestRow) {
+      m_stops = stops;
       return false;
     }
-    m_fields.push_back(WithoutBlanks(row.data() + first, row.data() + stop));
+    if (*stop != kSeparator && !IsLineEnd(*stop)) {
+      continue;
+    }
+    m_fields.push_back(WithoutBlanks(first, stop));
     first = stop + 1;
-    if (row[stop] != kSeparator) {
+    if (*stop != kSeparator) {
+      m_stops = stops;
       m_rowLine = m_line;
       m_fault = Fault::kNone;
       m_behindCarriageReturn = false;
-      CountLine(row[stop]);
-      bytes.remove_prefix(first);
+      CountLine(*stop);
+      m_at = first;
       return true;
     }
   }

@@ -3,7 +3,7 @@
 // Bytes come in pieces of any size, which needn't end where rows do:
 //
 //   CsvScanner csv(longestRow);
-//   for (std::string_view piece = ...; csv.Next(piece);) use(csv.Fields());   // for each piece
+//   for (csv.Give(piece); csv.Next();) use(csv.Fields());   // for each piece
 //   if (csv.Finish()) use(csv.Fields());
 //
 // Rows end with LF, CR LF or CR; lines that are blank are no rows. Spaces and tabs round a field
@@ -37,9 +37,11 @@ class CsvScanner {
   // Rows may have up to `longestRow` bytes, the first of their line end among them.
   explicit CsvScanner(std::size_t longestRow) : m_longestRow(longestRow) {}
 
-  // Takes bytes off the front of `bytes` up to the end of a row. True where one stands complete, or
-  // is bad; false where `bytes` is used up first.
-  bool Next(std::string_view& bytes);
+  // The next piece, which must stay where it is until it is used up. The one before is forgotten.
+  void Give(std::string_view bytes);
+  // Goes on to the end of a row. True where one stands complete, or is bad; false where the piece
+  // is used up first.
+  bool Next();
   // The end of the bytes. True where they held one more row, which lacked its line end.
   bool Finish();
 
@@ -60,7 +62,29 @@ class CsvScanner {
     kInFaultyLine,  // the rest of a bad row's last line
   };
 
-  bool NextPlain(std::string_view& bytes);
+  // The bytes up to ',' in the order of their codes, all that a plain row is cut at among them. The
+  // search looks at many bytes at once, since few are any of these, and so runs ahead of the rows.
+  class Stops {
+   public:
+    void Begin(std::string_view bytes);
+    // Forgets those ahead of `place`, which doesn't go back.
+    void SkipTo(const char* place);
+    // The next one, the end of the bytes where there is none.
+    const char* Next();
+
+   private:
+    static constexpr std::ptrdiff_t kBlock = 64;
+
+    static std::uint64_t Among(const char* block, const char* end);
+
+    const char* m_block = nullptr;
+    const char* m_end = nullptr;
+    // A bit for each byte of the block, the first the lowest: whether it is one that is still to
+    // come.
+    std::uint64_t m_found = 0;
+  };
+
+  bool NextPlain();
   bool Take(char c);
   bool TakeFirst(char c);
   void TakePlain(char c);
@@ -70,6 +94,11 @@ class CsvScanner {
   void CountLine(char c);
 
   std::size_t m_longestRow;
+  // What is left of the piece.
+  const char* m_at = nullptr;
+  const char* m_end = nullptr;
+  Stops m_stops;
+
   Place m_place = Place::kBetweenRows;
   std::uint64_t m_line = 1;
   bool m_behindCarriageReturn = false;

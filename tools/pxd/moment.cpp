@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <bit>
+#include <cstring>
 
 #include "words.h"
 
@@ -37,23 +39,22 @@ bool TakeChar(std::string_view& text, char wanted) {
   return true;
 }
 
-std::optional<CZRDate> TakeDate(std::string_view& text) {
+CZRDate TakeDate(std::string_view& text) {
   std::string_view rest = text;
   const auto year = TakeNumber<4>(rest);
   const bool dashed = TakeChar(rest, '-');
   const auto month = TakeNumber<2>(rest);
   if (dashed && !TakeChar(rest, '-')) {
-    return std::nullopt;
+    return {};
   }
   const auto day = TakeNumber<2>(rest);
   if (!year || !month || !day) {
-    return std::nullopt;
+    return {};
   }
   const CZRDate date(*month, *day, *year);
-  if (date == CZRDate()) {
-    return std::nullopt;
+  if (date != CZRDate()) {
+    text = rest;
   }
-  text = rest;
   return date;
 }
 
@@ -62,37 +63,64 @@ std::optional<unsigned> TakeHour(std::string_view& text) {
   return text.size() > 1 && text[1] == ':' ? TakeNumber<1>(text) : TakeNumber<2>(text);
 }
 
-std::optional<CZRTime> TakeTime(std::string_view& text) {
+// HH:MM:SS, as most files write it: its eight characters are read at once. Null for any others.
+CZRTime ReadClock(const char* text) {
+  static_assert(std::endian::native == std::endian::little, "the first digit must be the lowest");
+  constexpr std::uint64_t kEach = 0x0101010101010101U;
+  constexpr std::uint64_t kZeros = 0x30303A30303A3030U;   // 00:00:00
+  constexpr std::uint64_t kColons = 0x0000FF0000FF0000U;  // where its colons stand
+  std::uint64_t digits = 0;
+  std::memcpy(&digits, text, sizeof digits);
+  digits ^= kZeros;
+  // Six more than a digit still fits into four bits.
+  if (((digits | (digits + kEach * 6)) & (kEach * 0xF0)) != 0 || (digits & kColons) != 0) {
+    return {};
+  }
+  // Each byte becomes the number of two digits that begins there; none carries into the next.
+  const std::uint64_t numbers = digits * 10 + (digits >> 8);
+  const auto number = [numbers](unsigned place) {
+    return static_cast<unsigned>(numbers >> (8 * place) & 0xFFU);
+  };
+  return {number(0), number(3), number(6)};
+}
+
+// A time of any other form, without its fraction.
+CZRTime TakeLooseClock(std::string_view& text, bool& hasSeconds) {
+  const auto hour = TakeHour(text);
+  if (!hour || !TakeChar(text, ':')) {
+    return {};
+  }
+  const auto minute = TakeNumber<2>(text);
+  hasSeconds = TakeChar(text, ':');
+  const auto second = hasSeconds ? TakeNumber<2>(text) : 0U;
+  return minute && second ? CZRTime(*hour, *minute, *second) : CZRTime();
+}
+
+// Passes over a point or a comma and the digits behind it. False where there are none.
+bool TakeFraction(std::string_view& text) {
+  if (!TakeChar(text, '.') && !TakeChar(text, ',')) {
+    return true;
+  }
+  std::size_t digits = 0;
+  while (digits < text.size() && IsDigit(text[digits])) {
+    ++digits;
+  }
+  text.remove_prefix(digits);
+  return digits != 0;
+}
+
+CZRTime TakeTime(std::string_view& text) {
+  constexpr std::size_t kClock = 8;
   std::string_view rest = text;
-  const auto hour = TakeHour(rest);
-  if (!hour || !TakeChar(rest, ':')) {
-    return std::nullopt;
+  bool hasSeconds = true;
+  CZRTime time = rest.size() >= kClock ? ReadClock(rest.data()) : CZRTime();
+  if (time != CZRTime()) {
+    rest.remove_prefix(kClock);
+  } else {
+    time = TakeLooseClock(rest, hasSeconds);
   }
-  const auto minute = TakeNumber<2>(rest);
-  if (!minute) {
-    return std::nullopt;
-  }
-  unsigned second = 0;
-  if (TakeChar(rest, ':')) {
-    const auto seconds = TakeNumber<2>(rest);
-    if (!seconds) {
-      return std::nullopt;
-    }
-    second = *seconds;
-    if (TakeChar(rest, '.') || TakeChar(rest, ',')) {
-      std::size_t digits = 0;
-      while (digits < rest.size() && IsDigit(rest[digits])) {
-        ++digits;
-      }
-      if (digits == 0) {
-        return std::nullopt;
-      }
-      rest.remove_prefix(digits);
-    }
-  }
-  const CZRTime time(*hour, *minute, second);
-  if (time == CZRTime()) {
-    return std::nullopt;
+  if (time == CZRTime() || (hasSeconds && !TakeFraction(rest))) {
+    return {};
   }
   text = rest;
   return time;
@@ -114,29 +142,29 @@ constexpr std::int64_t kDay = kSecondsPerDay;
 
 }  // namespace
 
-std::optional<CZRDate> ReadDate(std::string_view text) {
-  const auto date = TakeDate(text);
-  return text.empty() ? date : std::nullopt;
+CZRDate ReadDate(std::string_view text) {
+  const CZRDate date = TakeDate(text);
+  return text.empty() ? date : CZRDate();
 }
 
-std::optional<CZRTime> ReadTime(std::string_view text) {
-  const auto time = TakeTime(text);
-  return time && IsZone(text) ? time : std::nullopt;
+CZRTime ReadTime(std::string_view text) {
+  const CZRTime time = TakeTime(text);
+  return IsZone(text) ? time : CZRTime();
 }
 
-std::optional<CZRDateTime> ReadDateTime(std::string_view text) {
-  const auto date = TakeDate(text);
-  if (!date) {
-    return std::nullopt;
+CZRDateTime ReadDateTime(std::string_view text) {
+  const CZRDate date = TakeDate(text);
+  if (date == CZRDate()) {
+    return {};
   }
   if (text.empty()) {
-    return CZRDateTime(*date, CZRTime(0U));
+    return {date, CZRTime(0U)};
   }
   if (!TakeChar(text, ' ') && !TakeChar(text, 'T') && !TakeChar(text, 't')) {
-    return std::nullopt;
+    return {};
   }
-  const auto time = ReadTime(text);
-  return time ? std::optional(CZRDateTime(*date, *time)) : std::nullopt;
+  const CZRTime time = ReadTime(text);
+  return time == CZRTime() ? CZRDateTime() : CZRDateTime(date, time);
 }
 
 std::optional<std::int32_t> ReadShift(std::string_view text) {
@@ -144,11 +172,11 @@ std::optional<std::int32_t> ReadShift(std::string_view text) {
   if (!TakeChar(text, '+') && !TakeChar(text, '-')) {
     return std::nullopt;
   }
-  const auto time = TakeTime(text);
-  if (!time || !text.empty()) {
+  const CZRTime time = TakeTime(text);
+  if (time == CZRTime() || !text.empty()) {
     return std::nullopt;
   }
-  const auto seconds = static_cast<std::int32_t>(time->GetTime());
+  const auto seconds = static_cast<std::int32_t>(time.GetTime());
   return back ? -seconds : seconds;
 }
 
@@ -169,9 +197,9 @@ std::optional<CZRDateTimeSpan> ReadSpan(std::string_view text) {
                          static_cast<unsigned long>(seconds % kSecondsPerDay));
 }
 
-std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t seconds) {
+CZRDateTime Shifted(const CZRDateTime& moment, std::int32_t seconds) {
   if (seconds == 0 && moment.GetTime().GetTime() < kSecondsPerDay) {
-    return IsInCalendarYears(moment) ? std::optional(moment) : std::nullopt;
+    return IsInCalendarYears(moment) ? moment : CZRDateTime();
   }
   std::int64_t day = moment.GetDate().GetJulianDate();
   std::int64_t second = std::int64_t{moment.GetTime().GetTime()} + seconds;
@@ -182,17 +210,17 @@ std::optional<CZRDateTime> Shifted(const CZRDateTime& moment, std::int32_t secon
     --day;
   }
   if (day < 0 || day >= CZRDate::GetNullJulianDate()) {
-    return std::nullopt;
+    return {};
   }
   const CZRDateTime moved(CZRDate(static_cast<unsigned short>(day)),
                           CZRTime(static_cast<unsigned>(second)));
-  return IsInCalendarYears(moved) ? std::optional(moved) : std::nullopt;
+  return IsInCalendarYears(moved) ? moved : CZRDateTime();
 }
 
 bool IsInCalendarYears(const CZRDateTime& moment) {
-  static const CZRDate first(3, 1, 1900);
-  static const CZRDate last(3, 31, 2079);
-  return moment.GetDate() >= first && moment.GetDate() <= last;
+  constexpr CZRDate kFirst(61);    // 1 March 1900
+  constexpr CZRDate kLast(65470);  // 31 March 2079
+  return moment.GetDate() >= kFirst && moment.GetDate() <= kLast;
 }
 
 std::string DateText(const CZRDate& date) {

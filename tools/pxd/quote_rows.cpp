@@ -30,15 +30,14 @@ std::string BytesOf(T value) {
 using Bytes = std::optional<std::string>;
 
 Bytes TimeBytes(std::string_view text) {
-  const auto time = ReadTime(text);
-  return time ? Bytes(BytesOf(static_cast<std::uint32_t>(time->GetTime()))) : std::nullopt;
+  const CZRTime time = ReadTime(text);
+  return time == CZRTime() ? std::nullopt
+                           : Bytes(BytesOf(static_cast<std::uint32_t>(time.GetTime())));
 }
 
 Bytes DateBytes(std::string_view text) {
-  CZRDate date;
-  if (const auto iso = ReadDate(text)) {
-    date = *iso;
-  } else if (date.SetDate(std::string(text).c_str()) == 0) {
+  CZRDate date = ReadDate(text);
+  if (date == CZRDate() && date.SetDate(std::string(text).c_str()) == 0) {
     return std::nullopt;
   }
   return BytesOf(static_cast<std::uint16_t>(date.GetJulianDate()));

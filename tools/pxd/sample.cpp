@@ -107,11 +107,11 @@ class Walk {
   }
 
   void Print(std::uint32_t secondOfSession, std::uint32_t thousandth, std::uint32_t size) {
-    const auto when = Shifted(CZRDateTime(m_day, CZRTime(m_market.open)),
-                              static_cast<std::int32_t>(secondOfSession));
+    const CZRDateTime when = Shifted(CZRDateTime(m_day, CZRTime(m_market.open)),
+                                     static_cast<std::int32_t>(secondOfSession));
     const std::int64_t hundredths = m_price * m_market.tick;
-    m_sink.Take(fmt::format("{},{}.{:03},{}.{:02},{}\n", DateText(when->GetDate()),
-                            TimeText(when->GetTime()), thousandth, hundredths / 100,
+    m_sink.Take(fmt::format("{},{}.{:03},{}.{:02},{}\n", DateText(when.GetDate()),
+                            TimeText(when.GetTime()), thousandth, hundredths / 100,
                             hundredths % 100, size));
   }
 

@@ -96,6 +96,18 @@ bool TradeColumns::Give(ColumnRole role, std::string& error) {
 }
 
 bool TradeColumns::Resolve(std::string& error) {
+  if (!GiveAll(error)) {
+    return false;
+  }
+  for (std::size_t column = 0; column < Count(); ++column) {
+    if (m_roles[column] != ColumnRole::kIgnored) {
+      m_used.push_back({column, m_roles[column]});
+    }
+  }
+  return true;
+}
+
+bool TradeColumns::GiveAll(std::string& error) {
   m_roles.assign(Count(), ColumnRole::kIgnored);
   std::string dateError;
   std::string timeError;

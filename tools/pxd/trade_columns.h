@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -33,10 +34,16 @@ class TradeColumns {
   bool Resolve(std::string& error);
 
   [[nodiscard]] std::size_t Count() const { return m_header.size(); }
-  [[nodiscard]] ColumnRole RoleOf(std::size_t column) const { return m_roles[column]; }
+  // The columns that have a role, from left to right.
+  struct Used {
+    std::size_t column;
+    ColumnRole role;
+  };
+  [[nodiscard]] std::span<const Used> UsedColumns() const { return m_used; }
   [[nodiscard]] const std::string& NameOf(std::size_t column) const { return m_header[column]; }
 
  private:
+  bool GiveAll(std::string& error);
   // Gives the role to the column, or says in `error` that it is missing.
   bool Give(ColumnRole role, std::string& error);
   [[nodiscard]] std::size_t Find(std::string_view name) const;
@@ -45,6 +52,7 @@ class TradeColumns {
   ColumnNames m_names;
   std::vector<std::string> m_header;
   std::vector<ColumnRole> m_roles;
+  std::vector<Used> m_used;
 };
 
 }  // namespace pxd::tool

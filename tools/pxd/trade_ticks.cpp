@@ -2,7 +2,7 @@
 
 namespace pxd::tool {
 
-const CDPTDblDblTick& TradeTicks::TickOf(const Trade& trade) {
+void TradeTicks::Fill(CDPTDblDblTick& tick, const Trade& trade) {
   if (!m_isFirst && trade.price != m_lastPrice) {
     m_direction = trade.price > m_lastPrice ? 1 : -1;
   }
@@ -14,8 +14,7 @@ const CDPTDblDblTick& TradeTicks::TickOf(const Trade& trade) {
   record.m_Price = static_cast<float>(trade.price);
   record.m_Vol = static_cast<float>(trade.volume);
   record.m_TickDir = m_direction;
-  m_tick.SetDPST(record);
-  return m_tick;
+  tick.SetDPST(record);
 }
 
 }  // namespace pxd::tool

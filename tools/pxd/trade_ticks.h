@@ -23,14 +23,17 @@ class QuotePool {
 
 class TradeTicks {
  public:
-  // The trade as a tick of this object's, valid until the next call. Its tick word is 1 where the
-  // price is above the one before, -1 where it is below, and that of the trade before where it is
-  // the same; the first trade counts up. Every trade has a say in the next one's direction, also
-  // one that no session takes.
-  const CDPTDblDblTick& TickOf(const Trade& trade);
+  // Makes `tick` that of the trade. Its tick word is 1 where the price is above the one before, -1
+  // where it is below, and that of the trade before where it is the same; the first trade counts
+  // up. Every trade has a say in the next one's direction, also one that no session takes.
+  void Fill(CDPTDblDblTick& tick, const Trade& trade);
+  CDPTDblDblTick TickOf(const Trade& trade) {
+    CDPTDblDblTick tick;
+    Fill(tick, trade);
+    return tick;
+  }
 
  private:
-  CDPTDblDblTick m_tick;
   bool m_isFirst = true;
   double m_lastPrice = 0.0;
   std::int32_t m_direction = 1;

@@ -21,42 +21,40 @@ constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5
                                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 // Digits with a point among them or without, up to 15 of them, as nearly all prices and volumes
-// are. Both sides of the division are exact then, so the quotient is the nearest double.
-std::optional<double> ReadShortNumber(std::string_view text) {
-  std::uint64_t digits = 0;
-  std::size_t point = text.size();
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const unsigned digit = static_cast<unsigned>(static_cast<unsigned char>(text[i])) - '0';
-    if (digit <= 9) {
-      digits = digits * 10 + digit;
-    } else if (text[i] == '.' && point == text.size()) {
-      point = i;
-    } else {
-      return std::nullopt;
+// are. Both sides of the division are exact then, so the quotient is the nearest double. False for
+// anything else.
+bool ReadShortNumber(std::string_view text, double& value) {
+  std::int64_t digits = 0;
+  std::size_t i = 0;
+  const auto takeDigits = [&] {
+    for (; i < text.size() && IsDigit(text[i]); ++i) {
+      digits = digits * 10 + (text[i] - '0');
     }
+  };
+  takeDigits();
+  if (i == text.size() || text[i] != '.') {
+    value = static_cast<double>(digits);
+    return i == text.size();
   }
-  const std::size_t behind = point == text.size() ? 0 : text.size() - point - 1;
-  return static_cast<double>(digits) / kPowersOfTen[behind];
+  const std::size_t behindPoint = text.size() - ++i;
+  takeDigits();
+  value = static_cast<double>(digits) / kPowersOfTen[behindPoint];
+  return i == text.size();
 }
 
-std::optional<double> ReadNumber(std::string_view text) {
+// False where the text is no number.
+bool ReadNumber(std::string_view text, double& value) {
   if (!text.empty() && text.front() == '+') {
     text.remove_prefix(1);
   }
   // A digit at either end keeps a point alone out, and what from_chars knows besides.
   if (!text.empty() && text.size() < kPowersOfTen.size() && IsDigit(text.front()) &&
-      IsDigit(text.back())) {
-    if (const auto number = ReadShortNumber(text)) {
-      return number;
-    }
+      IsDigit(text.back()) && ReadShortNumber(text, value)) {
+    return true;
   }
-  double value = 0.0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || text.empty()) {
-    return std::nullopt;
-  }
-  return value;
+  return error == std::errc() && stop == end && !text.empty();
 }
 
 // The library stores prices and volumes as 32-bit floats.
@@ -104,7 +102,8 @@ bool TradesCsv::Feed(std::string_view bytes) {
 }
 
 bool TradesCsv::TakeBytes(std::string_view bytes) {
-  while (m_csv.Next(bytes)) {
+  m_csv.Give(bytes);
+  while (m_csv.Next()) {
     if (!TakeRow()) {
       return false;
     }
@@ -170,74 +169,76 @@ bool TradesCsv::RowIsBad(std::string problem) {
 
 // Reads each column that has a role, up to the first whose value is none.
 bool TradesCsv::ReadValues(std::string& problem) {
-  m_date.reset();
-  m_time.reset();
-  m_stamp.reset();
+  m_date = CZRDate();
+  m_time = CZRTime();
+  m_stamp = CZRDateTime();
   m_trade = Trade();
-  std::size_t column = 0;
-  for (const std::string_view field : m_csv.Fields()) {
-    const ColumnRole role = m_columns.RoleOf(column);
-    const std::string_view expected =
-        role == ColumnRole::kIgnored ? std::string_view() : ReadValue(role, Trim(field));
+  for (const auto [column, role] : m_columns.UsedColumns()) {
+    const std::string_view text = Trim(m_csv.Fields()[column]);
+    const std::string_view expected = ReadValue(role, text);
     if (!expected.empty()) {
-      problem = fmt::format("{} in column {}; expected {}", Quoted(Trim(field)),
+      problem = fmt::format("{} in column {}; expected {}", Quoted(text),
                             Quoted(m_columns.NameOf(column)), expected);
       return false;
     }
-    ++column;
   }
   return true;
 }
 
 // Most rows have the date of the row before.
-std::optional<CZRDate> TradesCsv::DateOf(std::string_view text) {
-  if (text != m_lastDateText || !m_lastDate) {
+CZRDate TradesCsv::DateOf(std::string_view text) {
+  if (text != m_lastDateText || text.empty()) {
     m_lastDate = ReadDate(text);
-    m_lastDateText = m_lastDate ? text : std::string_view();
+    m_lastDateText = m_lastDate == CZRDate() ? std::string_view() : text;
   }
   return m_lastDate;
 }
 
 // Nothing, or what was expected.
 std::string_view TradesCsv::ReadValue(ColumnRole role, std::string_view text) {
+  // Either column may hold both, the date and the time.
+  const auto isStamp = [&] {
+    m_stamp = ReadDateTime(text);
+    return m_stamp != CZRDateTime();
+  };
   if (role == ColumnRole::kDate) {
     m_date = DateOf(text);
-    return m_date || (m_stamp = ReadDateTime(text)) ? "" : "a date such as 2024-03-04";
+    return m_date != CZRDate() || isStamp() ? "" : "a date such as 2024-03-04";
   }
   if (role == ColumnRole::kTime) {
     m_time = ReadTime(text);
-    return m_time || (m_stamp = ReadDateTime(text))
+    return m_time != CZRTime() || isStamp()
                ? ""
                : "a time such as 09:31:00.123 or 2024-03-04T09:31:00.123Z";
   }
-  const auto number = ReadNumber(text);
-  if (!number || !FitsFloat(*number)) {
+  double number = 0.0;
+  if (!ReadNumber(text, number) || !FitsFloat(number)) {
     return "a number that a 32-bit float can hold, such as 101.25";
   }
-  if (role == ColumnRole::kVolume && *number < 0.0) {
+  if (role == ColumnRole::kVolume && number < 0.0) {
     return "a volume of 0 or more";
   }
-  (role == ColumnRole::kPrice ? m_trade.price : m_trade.volume) = *number;
+  (role == ColumnRole::kPrice ? m_trade.price : m_trade.volume) = number;
   return {};
 }
 
 // Puts the moment together from its parts.
 bool TradesCsv::Complete(std::string& problem) {
-  if (!m_stamp && m_date && m_time) {
-    m_stamp = CZRDateTime(*m_date, *m_time);
+  const bool hasDate = m_date != CZRDate();
+  if (m_stamp == CZRDateTime()) {
+    if (!hasDate || m_time == CZRTime()) {
+      problem = hasDate ? "the row has a date but no time; expected both, or a timestamp"
+                        : "the row has a time but no date; expected both, or a timestamp";
+      return false;
+    }
+    m_stamp = CZRDateTime(m_date, m_time);
   }
-  if (!m_stamp) {
-    problem = m_date ? "the row has a date but no time; expected both, or a timestamp"
-                     : "the row has a time but no date; expected both, or a timestamp";
-    return false;
-  }
-  const auto when = Shifted(*m_stamp, m_options.shift);
-  if (!when) {
+  m_trade.when = Shifted(m_stamp, m_options.shift);
+  if (m_trade.when == CZRDateTime()) {
     problem = fmt::format("the date {} is out of range; expected one from {}",
-                          DateText(m_stamp->GetDate()), kCalendarYears);
+                          DateText(m_stamp.GetDate()), kCalendarYears);
     return false;
   }
-  m_trade.when = *when;
   m_trade.line = m_csv.Line();
   return true;
 }

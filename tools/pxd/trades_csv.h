@@ -16,7 +16,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -76,7 +75,7 @@ class TradesCsv {
   bool RowIsBad(std::string problem);
   bool ReadValues(std::string& problem);
   std::string_view ReadValue(ColumnRole role, std::string_view text);
-  std::optional<CZRDate> DateOf(std::string_view text);
+  CZRDate DateOf(std::string_view text);
   bool Complete(std::string& problem);
 
   TradeOptions m_options;
@@ -89,14 +88,14 @@ class TradesCsv {
   std::size_t m_markBytes = 0;
   bool m_markDecided = false;
 
-  // The row that is being read.
-  std::optional<CZRDate> m_date;
-  std::optional<CZRTime> m_time;
-  std::optional<CZRDateTime> m_stamp;
+  // The row that is being read; what it doesn't have is null.
+  CZRDate m_date;
+  CZRTime m_time;
+  CZRDateTime m_stamp;
   Trade m_trade;
-  // The date that was read last, and its text.
+  // The date that was read last, and its text; empty for none.
   std::string m_lastDateText;
-  std::optional<CZRDate> m_lastDate;
+  CZRDate m_lastDate;
 
   std::string m_error;
   std::uint64_t m_badRows = 0;

@@ -15,18 +15,6 @@ char LowerOf(char c) {
 
 }  // namespace
 
-std::string_view Trim(std::string_view text) {
-  const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
-  if (!text.empty() && !isBlank(text.front()) && !isBlank(text.back())) {
-    return text;  // as most are, that come from a file
-  }
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) {
-    return {};
-  }
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 std::string Lower(std::string_view text) {
   std::string lower(text);
   std::transform(lower.begin(), lower.end(), lower.begin(), LowerOf);

@@ -16,7 +16,16 @@ constexpr bool IsDigit(char c) {
 }
 
 // Without the blanks, tabs and line ends at both ends.
-std::string_view Trim(std::string_view text);
+constexpr std::string_view Trim(std::string_view text) {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  while (!text.empty() && isBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && isBlank(text.back())) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
 
 // The letters A to Z as a to z.
 std::string Lower(std::string_view text);

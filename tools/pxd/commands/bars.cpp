@@ -5,7 +5,9 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
 
 #include "../bar_feed.h"
 #include "../failure.h"
@@ -86,15 +88,26 @@ class BarOutput final : public PointSink {
   Output m_output;
 };
 
-// From trades to bars, and the counts of the summary.
+// From trades to bars, many at a time, and the counts of the summary.
 class Road final : public TradeSink {
  public:
   explicit Road(BarFeed& feed) : m_feed(feed) {}
 
   void Take(const Trade& trade) override {
     ++m_read;
-    if (m_feed.Offer(m_ticks.TickOf(trade)) && m_firstLateLine == 0) {
-      m_firstLateLine = trade.line;
+    m_ticks.Fill(m_batch[m_count], trade);
+    m_lines[m_count] = trade.line;
+    if (++m_count == kBatch) {
+      Flush();
+    }
+  }
+
+  // Offers what has come since the last time; to be called ahead of every look at what came of it.
+  void Flush() {
+    const std::size_t count = std::exchange(m_count, 0);
+    const std::size_t late = m_feed.OfferAll(std::span(m_batch).first(count));
+    if (late != count && m_firstLateLine == 0) {
+      m_firstLateLine = m_lines[late];
     }
   }
 
@@ -103,8 +116,14 @@ class Road final : public TradeSink {
   [[nodiscard]] std::uint64_t FirstLateLine() const { return m_firstLateLine; }
 
  private:
+  // Enough for runs in the same bar, which cost little, and little enough for the fastest memory.
+  static constexpr std::size_t kBatch = 256;
+
   BarFeed& m_feed;
   TradeTicks m_ticks;
+  std::array<CDPTDblDblTick, kBatch> m_batch;
+  std::array<std::uint64_t, kBatch> m_lines{};
+  std::size_t m_count = 0;
   std::uint64_t m_read = 0;
   std::uint64_t m_firstLateLine = 0;
 };
@@ -113,12 +132,14 @@ class Road final : public TradeSink {
   throw Failure(kExitBadData, fmt::format("{}:{}: {}", input.Name(), csv.ErrorLine(), csv.Error()));
 }
 
-void ReadAll(Input& input, TradesCsv& csv, const Road& road) {
+void ReadAll(Input& input, TradesCsv& csv, Road& road) {
   Progress progress(stderr, input.Size());
   std::array<char, 64 * 1024> buffer;
   std::uint64_t done = 0;
   while (const std::size_t count = input.Read(buffer.data(), buffer.size())) {
-    if (!csv.Feed({buffer.data(), count})) {
+    const bool good = csv.Feed({buffer.data(), count});
+    road.Flush();  // who watches a pipe sees each bar as soon as it is over
+    if (!good) {
       progress.Wipe();
       FailAtRow(input, csv);
     }
@@ -126,7 +147,9 @@ void ReadAll(Input& input, TradesCsv& csv, const Road& road) {
     progress.Show(done, road.Read());
   }
   progress.Wipe();
-  if (!csv.Finish()) {
+  const bool good = csv.Finish();
+  road.Flush();
+  if (!good) {
     FailAtRow(input, csv);
   }
 }

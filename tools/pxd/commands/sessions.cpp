@@ -30,14 +30,14 @@ struct SessionsSettings {
 };
 
 CZRDateTime MomentOption(const std::string& text) {
-  const auto moment = ReadDateTime(Trim(text));
-  if (!moment || !IsInCalendarYears(*moment)) {
+  const CZRDateTime moment = ReadDateTime(Trim(text));
+  if (!IsInCalendarYears(moment)) {
     throw Failure(kExitBadUsage,
                   fmt::format("--at: {} is no moment; expected one such as \"2024-03-04 09:31\", "
                               "from {}",
                               Quoted(text), kCalendarYears));
   }
-  return *moment;
+  return moment;
 }
 
 CZRDateTimeSpan ToleranceOption(const std::string& text) {
