@@ -1,5 +1,7 @@
 // What hosts count on in the shapes of the query classes, checked by the compiler for all of them.
+#include <algorithm>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -13,6 +15,8 @@
 #include <pxdutil/query/symbol_data_query.h>
 #include <pxdutil/query/symbol_list_query.h>
 #include <pxdutil/query/time_sales_query.h>
+
+#include "tests/query/query_builder.h"
 
 namespace {
 
@@ -72,6 +76,35 @@ TYPED_TEST(QueryShape, AWhereClauseIsAPlainClassButForTheTwoThatHostsDelete) {
   static_assert(std::is_same_v<decltype(&Where::Create), int (Where::*)(const QUERY_INFO&)>);
   EXPECT_EQ(std::is_polymorphic_v<Where>, kHasVirtualDestructor);
   EXPECT_EQ(std::has_virtual_destructor_v<Where>, kHasVirtualDestructor);
+}
+
+// ---- What Create returns ----
+
+// Hosts compare with 1 as well as with 0.
+TYPED_TEST(QueryShape, CreateOfEachClassGivesOneOrZero) {
+  std::set<int> ofWhat;
+  std::set<int> ofWhere;
+  std::set<int> ofQuery;
+  for (std::uint8_t verb = 0; verb < 4; ++verb) {
+    for (const int asked : {7, 207, 210, 243, 280, 335, 340, 343, 359, 468}) {
+      for (const int condition : {0, 7, 207, 366}) {
+        pxd::test::QueryBuilder info(QUERY_TYPE_NONE, verb);
+        info.What({asked});
+        if (condition != 0) {
+          info.Where(condition, "4");
+        }
+        ofWhat.insert(typename TypeParam::What().Create(info));
+        ofWhere.insert(typename TypeParam::Where().Create(info));
+        ofQuery.insert(typename TypeParam::Query().Create(info));
+      }
+    }
+  }
+  const std::set<int> kEither = {0, 1};
+  EXPECT_TRUE(std::includes(kEither.begin(), kEither.end(), ofWhat.begin(), ofWhat.end()));
+  EXPECT_EQ(ofWhat.count(1), 1U);
+  EXPECT_EQ(ofWhere, kEither);
+  EXPECT_TRUE(std::includes(kEither.begin(), kEither.end(), ofQuery.begin(), ofQuery.end()));
+  EXPECT_EQ(ofQuery.count(0), 1U);
 }
 
 // ---- The types in which accessors give their values ----

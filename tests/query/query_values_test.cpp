@@ -74,6 +74,26 @@ TEST(QueryValues, ListWhatOneConditionImpliesOfAnother) {
                                }));
 }
 
+TEST(QueryValues, ListFlagsAndNumbersByTheirOwnFields) {
+  QueryBuilder book(QUERY_TYPE_SYMBOL_DATA);
+  book.AnyChart().Where(31, "IBM").Where(275, "1").Where(449, "3").Where(450, "4").Where(451, "5");
+  EXPECT_EQ(TypedValues(book), (Values{
+                                   {31, "symbol", "IBM"},
+                                   {275, "num bars back", "1"},
+                                   {434, "bars back mult", "0"},
+                                   {449, "ecn level ii data", "3"},
+                                   {450, "ecn aggregate", "4"},
+                                   {451, "ecn order levels", "5"},
+                               }));
+  QueryBuilder list(QUERY_TYPE_SYMBOL_LIST);
+  list.What({359}).Where(366, "4").Where(486, "1");
+  EXPECT_EQ(TypedValues(list), (Values{
+                                   {366, "symbol list type", "4"},
+                                   {486, "symbol list flag", "1"},
+                                   {486, "no longer trading", "yes"},
+                               }));
+}
+
 TEST(QueryValues, LeaveOutWhatCountsAsNotGiven) {
   EXPECT_EQ(TypedValues(QueryBuilder(QUERY_TYPE_ARCHIVE).Where(365, "0").Where(466, "5")),
             (Values{{466, "archive flags", "5"}}));
