@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include <pxdutil/datapoints/ohlc_bars.h>
 #include <pxdutil/quotes/quote.h>
 #include <tools/pxd/bar_feed.h>
 #include <tools/pxd/catalogue.h>
