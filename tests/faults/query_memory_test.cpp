@@ -27,8 +27,8 @@ using faults_test::RefuseEachAllocation;
 
 // Values that are too long to be kept without a block of their own.
 constexpr const char* kTexts[] = {
-    R"(ADVISE 7,10,CHART(BARCHART,5,MINUTE,201,8,11) FROM SYMBOL_DATA WHERE)"
-    R"( 31="ABCDEFGHIJKLMNOPQRSTUVWXYZ" AND 229="30" AND 365="42" GROUP_BY 7,41,42)",
+    (R"(ADVISE 7,10,CHART(BARCHART,5,MINUTE,201,8,11) FROM SYMBOL_DATA WHERE)"
+     R"( 31="ABCDEFGHIJKLMNOPQRSTUVWXYZ" AND 229="30" AND 365="42" GROUP_BY 7,41,42)"),
     R"(REQUEST 96 FROM NEWS WHERE 242="a keyword of more than a few letters")",
     R"(REQUEST 31,62 FROM SYMBOL_LIST WHERE 366="0" AND 62="words of more than a few letters")",
     R"(REQUEST 367 FROM TIME_SALES WHERE 31="A SYMBOL OF MANY LETTERS")",
