@@ -16,10 +16,12 @@
 #include "literal_parser.h"
 #include "query_print.h"
 #include "query_texts.h"
+#include "tests/support/rounds.h"
 
 namespace {
 
 using pxd::test::Random;
+using pxd::test::Rounds;
 
 // Two records with the same wild contents, so that what isn't written shows.
 class Twins {
@@ -106,26 +108,26 @@ TEST(QueryProperty, ParserExplanationAndLiteralParserAgreeOnValidTexts) {
 TEST(QueryProperty, TheyAgreeOnTokenSoup) {
   Random random(2);
   Twins twins;
-  for (int i = 0; i < 40000; ++i) {
+  for (int i = 0; i < Rounds(40000); ++i) {
     ASSERT_NO_FATAL_FAILURE(twins.Compare(pxd::test::TokenSoup(random)));
   }
   // All three ways of ending are met often.
-  EXPECT_GT(twins.Accepted(), 500U);
-  EXPECT_GT(twins.Refused(), 200U);
-  EXPECT_GT(twins.Broken(), 5000U);
+  EXPECT_GT(twins.Accepted(), Rounds(500U));
+  EXPECT_GT(twins.Refused(), Rounds(200U));
+  EXPECT_GT(twins.Broken(), Rounds(5000U));
 }
 
 TEST(QueryProperty, TheyAgreeOnMutations) {
   Random random(3);
   Twins twins;
-  for (int i = 0; i < 20000; ++i) {
+  for (int i = 0; i < Rounds(20000); ++i) {
     const auto query = pxd::test::RandomQuery(random);
     const std::string text = pxd::test::WriteQuery(*query, random);
     ASSERT_NO_FATAL_FAILURE(twins.Compare(pxd::test::Mutated(text, random)));
   }
-  EXPECT_GT(twins.Accepted(), 1000U);
-  EXPECT_GT(twins.Refused(), 20U);
-  EXPECT_GT(twins.Broken(), 5000U);
+  EXPECT_GT(twins.Accepted(), Rounds(1000U));
+  EXPECT_GT(twins.Refused(), Rounds(5U));
+  EXPECT_GT(twins.Broken(), Rounds(5000U));
 }
 
 TEST(QueryProperty, TheyAgreeOnTextsCutAtEveryCharacter) {

@@ -16,6 +16,7 @@
 
 #include "random_calendar.h"
 #include "session_helpers.h"
+#include "tests/support/rounds.h"
 
 namespace {
 
@@ -199,7 +200,7 @@ void Compare(const CZRGSSession& calendar, CZRGSSession::ResetType reset, const 
 TEST(SessionOracle, AgreesOnSessionsAndDaysOfThousandsOfCalendars) {
   Numbers numbers(20260101);
   std::array<int, 5> seen{};
-  for (int i = 0; i < 2000; ++i) {
+  for (int i = 0; i < pxd::test::Rounds(2000); ++i) {
     const ZRGS_SESSION list = MakeCalendar(numbers);
     ASSERT_EQ(CZRGSSession::IsValid(list), 1);
     const CZRGSSession calendar(list);
@@ -215,7 +216,7 @@ TEST(SessionOracle, AgreesOnSessionsAndDaysOfThousandsOfCalendars) {
   }
   // The comparison means something only if it has met every outcome often.
   for (const int count : seen) {
-    EXPECT_GT(count, 1000);
+    EXPECT_GT(count, pxd::test::Rounds(1000));
   }
 }
 
