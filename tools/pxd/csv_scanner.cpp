@@ -121,28 +121,30 @@ bool CsvScanner::NextPlain() {
   m_stops.SkipTo(m_at);
   Stops stops = m_stops;
   m_fields.clear();
-  for (const char* first = m_at;;) {
-    const char* const stop = stops.Next();
-    // A row that is too long is left to the count of the careful way.
-    if (stop == m_end || *stop == kMark || static_cast<std::size_t>(stop - m_at) >= m_longestRow) {
-      m_stops = stops;
-      return false;
-    }
-    if (*stop != kSeparator && !IsLineEnd(*stop)) {
-      continue;
-    }
-    m_fields.push_back(WithoutBlanks(first, stop));
-    first = stop + 1;
-    if (*stop != kSeparator) {
-      m_stops = stops;
-      m_rowLine = m_line;
-      m_fault = Fault::kNone;
-      m_behindCarriageReturn = false;
-      CountLine(*stop);
-      m_at = first;
-      return true;
+  // A row that is too long is left to the count of the careful way.
+  const char* const limit =
+      static_cast<std::size_t>(m_end - m_at) <= m_longestRow ? m_end : m_at + m_longestRow;
+  const char* first = m_at;
+  const char* stop = stops.Next();
+  for (; stop < limit && !IsLineEnd(*stop); stop = stops.Next()) {
+    if (*stop == kSeparator) {
+      m_fields.push_back(WithoutBlanks(first, stop));
+      first = stop + 1;
+    } else if (*stop == kMark) {
+      break;
     }
   }
+  m_stops = stops;
+  if (stop >= limit || *stop == kMark) {
+    return false;
+  }
+  m_fields.push_back(WithoutBlanks(first, stop));
+  m_rowLine = m_line;
+  m_fault = Fault::kNone;
+  m_behindCarriageReturn = false;
+  CountLine(*stop);
+  m_at = stop + 1;
+  return true;
 }
 
 // Takes one byte. True where a row is complete with it, or bad.

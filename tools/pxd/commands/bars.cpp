@@ -138,7 +138,7 @@ void ReadAll(Input& input, TradesCsv& csv, Road& road) {
   std::uint64_t done = 0;
   while (const std::size_t count = input.Read(buffer.data(), buffer.size())) {
     const bool good = csv.Feed({buffer.data(), count});
-    road.Flush();  // who watches a pipe sees each bar as soon as it is over
+    road.Flush();  // who watches a pipe sees all that is over
     if (!good) {
       progress.Wipe();
       FailAtRow(input, csv);
