@@ -2,6 +2,8 @@
 
 #include <array>
 #include <charconv>
+#include <functional>
+#include <string>
 #include <string_view>
 
 #include <pxdutil/query/detail/parsed_query.h>
@@ -9,6 +11,11 @@
 int CZRGSClientQuery::GetQueryInfo(const char* text, QUERY_INFO& out) {
   if (text == nullptr) {
     return 0;
+  }
+  // A text that stands in the record itself would be gone before its values are copied.
+  const char* const record = reinterpret_cast<const char*>(&out);
+  if (std::greater_equal<>()(text, record) && std::less<>()(text, record + sizeof(out))) {
+    return GetQueryInfo(std::string(text).c_str(), out);
   }
   pxd::detail::ParsedQuery query;
   if (!pxd::detail::ParseQuery(text, query)) {

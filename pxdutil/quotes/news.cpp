@@ -166,7 +166,7 @@ void CZRGSNews::SetNewsRawData(unsigned long format, const void* data, unsigned 
     return;
   }
   const std::size_t kept = std::min<std::size_t>(size, Reach() - kDataAt);
-  if (kept > 0) {
+  if (data != nullptr) {
     std::memmove(At(kDataAt), data, kept);
   }
   Store(kTypeAt, ZRGS_NEWS_RAW_DATA);

@@ -245,6 +245,9 @@ class PXDUTIL_API CZRGSQuote {
   static std::vector<ZRGS_QUOTE_FIELD*> m_vFieldPool;
 };
 
+// What GetFieldInfo tells, for hosts that name it without its class.
+using ZRGS_FIELD_INFO = CZRGSQuote::ZRGS_FIELD_INFO;
+
 static_assert(sizeof(CZRGSQuote::ZRGS_QUOTE_FIELD) == 14 + sizeof(void*));
 static_assert(sizeof(CZRGSQuote::ZRGS_FIELD_INFO) == 8);
 

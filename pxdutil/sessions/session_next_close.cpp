@@ -164,6 +164,10 @@ void CZRGSSession::GetNextYearlySessionCloseDT(const CZRDateTime&, CZRDateTime&)
 
 int CZRGSSession::GetNearestDay(const CZRDateTime& dt, const CZRDateTimeSpan& tolerance,
                                 std::uint16_t ZRGS_SESSION_INFO::*edge, CZRDateTime& out) const {
+  // The list itself, not what an earlier look-up made of it, which may be there still.
+  if (m_sessions.sessions.empty()) {
+    return 0;
+  }
   const Place found = FindPlace(dt, kEndOfWeekBefore);
   const std::int64_t place = found.seconds;
   const auto [before, after] = NeighboursOf(place, found.sessions);

@@ -1,4 +1,5 @@
 // Query texts and the records that they become.
+#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
@@ -42,6 +43,21 @@ TEST(GetQueryInfo, NullIsNoText) {
   out->dwTransactionID = 5;
   EXPECT_EQ(CZRGSClientQuery::GetQueryInfo(nullptr, *out), 0);
   EXPECT_EQ(out->dwTransactionID, 5U);
+}
+
+TEST(GetQueryInfo, ATextMayStandInTheRecordThatItFills) {
+  const std::string text = R"(REQUEST 7 FROM NEWS WHERE 31="ABC" AND 242="a word")";
+  const auto expected = std::make_unique<QUERY_INFO>();
+  ASSERT_EQ(CZRGSClientQuery::GetQueryInfo(text.c_str(), *expected), 1);
+  const auto out = std::make_unique<QUERY_INFO>();
+  char* const places[] = {reinterpret_cast<char*>(out.get()),
+                          reinterpret_cast<char*>(out.get() + 1) - text.size() - 1};
+  for (char* const place : places) {
+    text.copy(place, text.size());
+    place[text.size()] = '\0';
+    EXPECT_EQ(CZRGSClientQuery::GetQueryInfo(place, *out), 1);
+    EXPECT_EQ(std::memcmp(out.get(), expected.get(), sizeof(QUERY_INFO)), 0);
+  }
 }
 
 TEST(GetQueryInfo, EndQueriesGiveTheirTransaction) {

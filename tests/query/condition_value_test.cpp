@@ -103,6 +103,17 @@ TEST(ConditionValue, ReadsTheFloatAtTheFront) {
   EXPECT_NE(ReadFloat("nan"), ReadFloat("nan"));
 }
 
+TEST(ConditionValue, OnlyAZeroThatIsWrittenHasASign) {
+  for (const char* signless : {"-", "-abc", "- 1", "--0", "-.", "-e5"}) {
+    EXPECT_EQ(ReadFloat(signless), 0.0F) << signless;
+    EXPECT_FALSE(std::signbit(ReadFloat(signless))) << signless;
+  }
+  for (const char* negative : {"-0", "-.0", "-0x", "-0xg", "-1e-999"}) {
+    EXPECT_EQ(ReadFloat(negative), 0.0F) << negative;
+    EXPECT_TRUE(std::signbit(ReadFloat(negative))) << negative;
+  }
+}
+
 TEST(ConditionValue, ReadsLongFloatsWithoutAnExponent) {
   const std::string zeros(400, '0');
   EXPECT_EQ(ReadFloat("1" + zeros), std::numeric_limits<float>::infinity());
@@ -122,7 +133,8 @@ TEST(ConditionValue, ReadsNumbersAsTheStandardRoutinesDo) {
     ASSERT_EQ(ReadInteger(text), std::strtoll(text.c_str(), nullptr, 10)) << text;
     const float expected = static_cast<float>(std::strtod(text.c_str(), nullptr));
     const float actual = ReadFloat(text);
-    ASSERT_TRUE(actual == expected || (actual != actual && expected != expected))
+    const bool isSame = actual == expected && std::signbit(actual) == std::signbit(expected);
+    ASSERT_TRUE(isSame || (actual != actual && expected != expected))
         << '"' << text << "\": " << actual << " for " << expected;
   }
 }

@@ -17,11 +17,12 @@
 namespace pxd::test {
 
 using Field = CZRGSQuote::ZRGS_QUOTE_FIELD;
-using FieldInfo = CZRGSQuote::ZRGS_FIELD_INFO;
+using FieldInfo = ZRGS_FIELD_INFO;
 using Bytes = std::vector<unsigned char>;
 using Ids = std::vector<unsigned short>;
 
 static_assert(!std::is_polymorphic_v<CZRGSQuote>);
+static_assert(std::is_same_v<FieldInfo, CZRGSQuote::ZRGS_FIELD_INFO>);
 static_assert(sizeof(FieldInfo) == 8);
 
 constexpr unsigned short kDate = 280;

@@ -285,6 +285,18 @@ TEST(NearestDay, TheNearerCloseIsTaken) {
   EXPECT_EQ(Nearest(Weekdays(), Day(6, 12, 0), kOneDay), Day(5, 16, 0));
 }
 
+TEST(NearestDay, OfACalendarThatWasClearedThereIsNone) {
+  // Other look-ups still answer from what they counted before; this one asks the list first.
+  CZRGSSession calendar(Weekdays());
+  CZRDateTime edge = kUntouched;
+  ASSERT_EQ(calendar.GetSessionInfoNearest(kDay, Day(2, 13, 0), kOneDay, edge), 1);
+  calendar.Clear();
+  edge = kUntouched;
+  EXPECT_EQ(calendar.GetSessionInfoNearest(kDay, Day(2, 13, 0), kOneDay, edge), 0);
+  EXPECT_EQ(calendar.GetStartOfSessionInfoNearest(kDay, Day(2, 13, 0), kOneDay, edge), 0);
+  EXPECT_EQ(edge, kUntouched);
+}
+
 TEST(NearestDay, BeyondTheToleranceThereIsNone) {
   EXPECT_EQ(Nearest(Weekdays(), Day(2, 13, 0), kHour), std::nullopt);
   EXPECT_EQ(NearestOpen(Weekdays(), Day(2, 13, 0), kHour), std::nullopt);

@@ -64,6 +64,9 @@ float ReadFloat(std::string_view text) {
   const auto [stop, error] =
       std::from_chars(text.data(), text.data() + text.size(), value,
                       isHex ? std::chars_format::hex : std::chars_format::general);
+  if (error == std::errc::invalid_argument && !isHex) {
+    return 0;  // without a number a sign says nothing, but the 0 of a bare "0x" has it
+  }
   if (error == std::errc::result_out_of_range) {
     value = IsLarge(text, isHex) ? std::numeric_limits<double>::infinity() : 0;
   }
