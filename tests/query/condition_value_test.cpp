@@ -131,7 +131,10 @@ TEST(ConditionValue, ReadsNumbersAsTheStandardRoutinesDo) {
       text += alphabet[random() % alphabet.size()];
     }
     ASSERT_EQ(ReadInteger(text), std::strtoll(text.c_str(), nullptr, 10)) << text;
-    const float expected = static_cast<float>(std::strtod(text.c_str(), nullptr));
+    // Where there is no number, some libraries give the 0 the sign that stands there.
+    char* stop = nullptr;
+    const double number = std::strtod(text.c_str(), &stop);
+    const float expected = stop == text.c_str() ? 0.0F : static_cast<float>(number);
     const float actual = ReadFloat(text);
     const bool isSame = actual == expected && std::signbit(actual) == std::signbit(expected);
     ASSERT_TRUE(isSame || (actual != actual && expected != expected))
