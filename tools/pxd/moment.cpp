@@ -96,7 +96,8 @@ CZRTime TakeLooseClock(std::string_view& text, bool& hasSeconds) {
   return minute && second ? CZRTime(*hour, *minute, *second) : CZRTime();
 }
 
-// Passes over a point or a comma and the digits behind it. False where there are none.
+// Passes over a point or a comma and the digits behind it, if one stands there. False where no
+// digit follows.
 bool TakeFraction(std::string_view& text) {
   if (!TakeChar(text, '.') && !TakeChar(text, ',')) {
     return true;

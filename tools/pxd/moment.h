@@ -1,9 +1,9 @@
 // Dates and times as people and files write them, and shifts between two clocks.
 //
 // Every reader takes the whole text or nothing; what can't be read gives a null date or time, or no
-// number. Fractions of a second are cut: the library counts
-// whole seconds. A zone or an offset at the end of a time ("Z", "+01:00") isn't applied, since the
-// clock of a file is said once, by a shift.
+// number. Fractions of a second are cut: the library counts whole seconds. A zone or an offset at
+// the end of a time ("Z", "+01:00") isn't applied, since the clock of a file is said once, by a
+// shift.
 #ifndef PXDUTIL_TOOLS_PXD_MOMENT_H
 #define PXDUTIL_TOOLS_PXD_MOMENT_H
 
