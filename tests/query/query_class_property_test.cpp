@@ -14,6 +14,7 @@
 #include <pxdutil/query/query_values.h>
 #include "tests/query/everything.h"
 #include "tests/query/query_builder.h"
+#include "tests/support/rounds.h"
 
 namespace {
 
@@ -112,12 +113,13 @@ void ExpectThatAllAgree(const QUERY_INFO& info) {
 TEST(QueryProperties, ExplanationsAndValuesAgreeWithCreate) {
   RandomQuery random(1);
   int taken = 0;
-  for (int round = 0; round < 20'000 && !testing::Test::HasFailure(); ++round) {
+  for (int round = 0; round < pxd::test::Rounds(20'000) && !testing::Test::HasFailure(); ++round) {
     const QueryBuilder info = random.Next();
     ExpectThatAllAgree(info);
     taken += pxd::TypedValues(info).has_value() ? 1 : 0;
   }
-  EXPECT_GT(taken, 500) << "the random queries are too seldom good to tell anything";
+  EXPECT_GT(taken, pxd::test::Rounds(500))
+      << "the random queries are too seldom good to tell anything";
 }
 
 TEST(QueryProperties, NoRecordIsReadBeyondItsArrays) {

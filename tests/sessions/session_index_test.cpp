@@ -9,6 +9,7 @@
 #include <pxdutil/sessions/session.h>
 
 #include "random_calendar.h"
+#include "tests/support/rounds.h"
 
 using namespace session_test;
 
@@ -59,7 +60,7 @@ CZRDateTime AnyMoment(Numbers& numbers) {
 
 TEST(SessionIndex, AnswersAsAFreshCalendarDoes) {
   Numbers numbers(20240304);
-  for (int round = 0; round < 400; ++round) {
+  for (int round = 0; round < pxd::test::Rounds(400); ++round) {
     const ZRGS_SESSION list = round % 2 == 0 ? MakeCalendar(numbers) : AnyList(numbers);
     const CZRGSSession calendar(list);
     for (int i = 0; i < 300; ++i) {
