@@ -7,6 +7,8 @@
 
 #include <atomic>
 
+#include <pxdutil/foundation/export.h>
+
 namespace pxd {
 
 // Not recursive: a thread that takes it twice waits for itself.
@@ -28,7 +30,7 @@ class SpinMutex {
   // Gives back the lock, which this thread must hold.
   void unlock() noexcept {
     if (m_state.exchange(kFree, std::memory_order_release) == kAwaited) {
-      m_state.notify_one();
+      WakeSleepers();
     }
   }
 
@@ -58,9 +60,13 @@ class SpinMutex {
     }
     // From here on the lock is taken as awaited: whoever gives it back wakes one sleeper.
     while (m_state.exchange(kAwaited, std::memory_order_acquire) != kFree) {
-      m_state.wait(kAwaited, std::memory_order_relaxed);
+      SleepWhileAwaited();
     }
   }
+
+  // Both may come back, or wake threads, without a cause: who wakes looks again.
+  PXDUTIL_API void SleepWhileAwaited() noexcept;
+  PXDUTIL_API void WakeSleepers() noexcept;
 
   std::atomic<int> m_state{kFree};
 };
