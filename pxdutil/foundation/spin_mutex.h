@@ -58,7 +58,7 @@ class SpinMutex {
         return;
       }
     }
-    // From here on the lock is taken as awaited: whoever gives it back wakes one sleeper.
+    // From here on the lock is taken as awaited: whoever gives it back wakes a sleeper.
     while (m_state.exchange(kAwaited, std::memory_order_acquire) != kFree) {
       SleepWhileAwaited();
     }
